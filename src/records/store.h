@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+#include "records/connection.h"
+#include "records/data_control.h"
+#include "records/recordset.h"
+
+// The one way the program's logic makes store objects.
+std::unique_ptr<Connection> CreateConnection();
+std::unique_ptr<Recordset> CreateRecordset();
+std::unique_ptr<DataControl> CreateDataControl();
+
+// The text that opens every connection of the program.
+std::string connectionText(const std::string& databasePath);

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// Makes a fresh catalogue file at `path` from SQL script files, with every "$APP" in them
+// replaced by `appDir` (the program folder with its trailing separator).
+void buildCatalogue(const std::string& path, const std::string& appDir,
+                    const std::vector<std::string>& scriptFiles);

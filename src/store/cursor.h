@@ -1,0 +1,84 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "store/criteria.h"
+#include "store/row_table.h"
+#include "store/sqlite_file.h"
+#include "store/statement.h"
+
+// The engine under both kinds of record set: the rows of one statement held in memory, a
+// view of them (filtered and sorted), a position in that view and the pending edit of the
+// current row, written through to the file on update.
+class Cursor {
+public:
+    // Loads the statement's rows. Criteria faults come as 3001/3265.
+    Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement);
+
+    const RowTable& table() const { return table_; }
+    long count() const { return static_cast<long>(view_.size()); }
+
+    // Position: -1 before the first row (BOF), count() past the last (EOF).
+    long position() const { return pos_; }
+    bool bof() const { return pos_ < 0 || view_.empty(); }
+    bool eof() const { return pos_ >= count() || view_.empty(); }
+    bool hasCurrent() const { return pos_ >= 0 && pos_ < count() && !currentDeleted_; }
+    void moveTo(long position);  // clamps to -1..count()
+    // The next move forward lands on the row behind a deleted current row.
+    void moveNext();
+    int currentRow() const;  // 3021 when there is none
+    long positionOfRow(int row) const;  // -1 when the row is not in the view
+
+    int columnIndex(std::string_view name) const;  // 3265 when unknown
+    Variant value(int column) const;
+    void setValue(int column, const Variant& v);  // starts an edit of the current row
+
+    enum class Edit { None, InProgress, Add };
+    Edit editMode() const { return edit_; }
+    void beginEdit();
+    void addNew();
+    void update();
+    void cancelUpdate();
+    void deleteCurrent();
+
+    void setFilter(const std::string& criteria);
+    const std::string& filterText() const { return filterText_; }
+    void setSort(const std::string& columns);
+    const std::string& sortText() const { return sortText_; }
+
+    // The first row from `from` on (forward) or back (backward) that meets the criteria;
+    // -1 when none. A "column = value" text is answered from an index, not by a scan.
+    long find(const Criteria& criteria, long from, bool forward);
+    long find(std::string_view criteriaText, long from, bool forward, bool singleOnly);
+
+private:
+    void rebuildView();
+    void viewChanged();
+    std::vector<int>& indexEntries(int column, const Variant& value);
+    std::string indexKey(int column, const Variant& value) const;
+    std::string indexKeyOfRow(int column, int row) const;
+
+    std::shared_ptr<SqliteFile> file_;
+    std::string tableName_;
+    RowTable table_;
+    std::vector<int> base_;  // the statement's rows in its order
+    std::vector<int> view_;  // base_ through filter and sort
+    long pos_ = -1;
+    bool currentDeleted_ = false;
+
+    std::string filterText_, sortText_;
+    std::optional<Criteria> filter_;
+    std::vector<SortKey> sort_;
+
+    Edit edit_ = Edit::None;
+    std::vector<std::pair<int, Variant>> pending_;
+    long positionBeforeAdd_ = -1;
+
+    // Positions in the view of every value of a column, built on the first find by that
+    // column and dropped when the view or the column changes.
+    std::unordered_map<int, std::unordered_map<std::string, std::vector<long>>> indexes_;
+};

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+
+#include "records/data_control.h"
+#include "store/cursor.h"
+
+// The record set of a data control on the SQLite store. Field writes need Edit or AddNew
+// first; a move discards an edit that was not updated.
+class SqliteDaoRecordset : public DaoRecordset {
+public:
+    explicit SqliteDaoRecordset(std::unique_ptr<Cursor> cursor) : cursor_(std::move(cursor)) {}
+
+    long RecordCount() const override { return cursor_->count(); }
+    bool Bof() const override { return cursor_->bof(); }
+    bool Eof() const override { return cursor_->eof(); }
+    bool NoMatch() const override { return noMatch_; }
+    void MoveFirst() override;
+    void MoveLast() override;
+    void MoveNext() override;
+    void MovePrevious() override;
+    void FindFirst(const std::string& criteria) override;
+    void FindNext(const std::string& criteria) override;
+
+    void AddNew() override;
+    void Edit() override;
+    void Update() override;
+    void CancelUpdate() override;
+    void Delete() override;
+
+    int FieldCount() const override { return cursor_->table().columnCount(); }
+    int FieldIndex(std::string_view name) const override { return cursor_->columnIndex(name); }
+    std::string FieldName(int index) const override;
+    Variant GetValue(int index) const override { return cursor_->value(index); }
+    void SetValue(int index, const Variant& value) override;
+
+private:
+    void leaveRow();
+    void findFrom(const std::string& criteria, long from);
+
+    std::unique_ptr<Cursor> cursor_;
+    bool noMatch_ = false;
+    long positionBeforeAdd_ = -1;
+};
+
+class SqliteDataControl : public DataControl {
+public:
+    std::string DatabaseName() const override { return databaseName_; }
+    void SetDatabaseName(const std::string& path) override { databaseName_ = path; }
+    std::string RecordSource() const override { return recordSource_; }
+    void SetRecordSource(const std::string& source) override { recordSource_ = source; }
+    std::string Connect() const override { return connect_; }
+    void SetConnect(const std::string& connect) override { connect_ = connect; }
+    void Refresh() override;
+    DaoRecordset& Recordset() override;
+    int TableCount() override;
+    std::string TableName(int index) override;
+
+private:
+    std::shared_ptr<SqliteFile> file();
+
+    std::string databaseName_, recordSource_, connect_ = "Access 2000;";
+    std::shared_ptr<SqliteFile> file_;
+    std::unique_ptr<SqliteDaoRecordset> recordset_;
+};

@@ -1,0 +1,188 @@
+#include "store/recordset.h"
+
+#include "base/vb_error.h"
+#include "records/store.h"
+#include "store/connection.h"
+
+std::unique_ptr<Recordset> CreateRecordset() { return std::make_unique<SqliteRecordset>(); }
+
+void SqliteRecordset::fireMove() {
+    if (MoveComplete) MoveComplete();
+}
+
+void SqliteRecordset::fireWillChange() {
+    if (WillChangeRecord) WillChangeRecord();
+}
+
+Cursor& SqliteRecordset::open() const {
+    if (!cursor_) throw VbError(vberr::ObjectClosed);
+    return *cursor_;
+}
+
+void SqliteRecordset::commitPending() {
+    if (open().editMode() == Cursor::Edit::None) return;
+    fireWillChange();
+    cursor_->update();
+}
+
+void SqliteRecordset::Open(const std::string& source, Connection& conn, int, int, int) {
+    if (cursor_) throw VbError(vberr::ObjectOpen);
+    auto* sqlite = dynamic_cast<SqliteConnection*>(&conn);
+    if (!sqlite) throw VbError(vberr::ConnectionClosed);
+    file_ = sqlite->file();
+    source_ = source;
+    Open();
+}
+
+void SqliteRecordset::Open() {
+    if (cursor_) throw VbError(vberr::ObjectOpen);
+    if (!file_) throw VbError(vberr::BadArguments);
+    cursor_ = std::make_unique<Cursor>(file_, parseSelect(source_, vberr::BadArguments));
+    fireMove();
+}
+
+void SqliteRecordset::Close() {
+    open();
+    cursor_.reset();
+}
+
+void SqliteRecordset::Requery(int) {
+    commitPending();
+    auto fresh = std::make_unique<Cursor>(file_, parseSelect(source_, vberr::BadArguments));
+    // Filter and sort stay in force across a requery.
+    if (!cursor_->filterText().empty()) fresh->setFilter(cursor_->filterText());
+    if (!cursor_->sortText().empty()) fresh->setSort(cursor_->sortText());
+    cursor_ = std::move(fresh);
+    fireMove();
+}
+
+void SqliteRecordset::MoveFirst() {
+    if (open().count() == 0) throw VbError(vberr::NoCurrentRecord);
+    commitPending();
+    cursor_->moveTo(0);
+    fireMove();
+}
+
+void SqliteRecordset::MoveLast() {
+    if (open().count() == 0) throw VbError(vberr::NoCurrentRecord);
+    commitPending();
+    cursor_->moveTo(cursor_->count() - 1);
+    fireMove();
+}
+
+void SqliteRecordset::MoveNext() {
+    if (open().eof()) throw VbError(vberr::NoCurrentRecord);
+    commitPending();
+    cursor_->moveNext();
+    fireMove();
+}
+
+void SqliteRecordset::MovePrevious() {
+    if (open().bof()) throw VbError(vberr::NoCurrentRecord);
+    commitPending();
+    cursor_->moveTo(cursor_->position() - 1);
+    fireMove();
+}
+
+bool SqliteRecordset::Bof() const { return open().bof(); }
+bool SqliteRecordset::Eof() const { return open().eof(); }
+long SqliteRecordset::RecordCount() const { return open().count(); }
+
+long SqliteRecordset::AbsolutePosition() const {
+    const Cursor& c = open();
+    if (c.count() == 0) return ado::adPosUnknown;
+    if (c.bof()) return ado::adPosBOF;
+    if (c.eof()) return ado::adPosEOF;
+    return c.position() + 1;
+}
+
+void SqliteRecordset::SetAbsolutePosition(long position) {
+    if (position < 1 || position > open().count()) throw VbError(vberr::BadArguments);
+    commitPending();
+    cursor_->moveTo(position - 1);
+    fireMove();
+}
+
+Variant SqliteRecordset::Bookmark() const { return Variant::Double(open().currentRow()); }
+
+void SqliteRecordset::SetBookmark(const Variant& bookmark) {
+    Cursor& c = open();
+    long position = bookmark.IsNumberKind() ? c.positionOfRow(static_cast<int>(bookmark.Number())) : -1;
+    if (position < 0) throw VbError(vberr::BadArguments);
+    commitPending();
+    c.moveTo(position);
+    fireMove();
+}
+
+int SqliteRecordset::FieldCount() const { return open().table().columnCount(); }
+int SqliteRecordset::FieldIndex(std::string_view name) const { return open().columnIndex(name); }
+
+std::string SqliteRecordset::FieldName(int index) const {
+    const Cursor& c = open();
+    if (index < 0 || index >= c.table().columnCount()) throw VbError(vberr::ItemNotFound);
+    return c.table().column(index).name;
+}
+
+Variant SqliteRecordset::GetValue(int index) const { return open().value(index); }
+void SqliteRecordset::SetValue(int index, const Variant& value) { open().setValue(index, value); }
+
+void SqliteRecordset::AddNew() {
+    commitPending();
+    fireWillChange();
+    cursor_->addNew();
+    fireMove();
+}
+
+void SqliteRecordset::Update() { commitPending(); }
+void SqliteRecordset::UpdateBatch(int) { commitPending(); }
+
+void SqliteRecordset::CancelUpdate() {
+    bool adding = open().editMode() == Cursor::Edit::Add;
+    cursor_->cancelUpdate();
+    if (adding) fireMove();
+}
+
+void SqliteRecordset::Delete(int) {
+    open().currentRow();
+    fireWillChange();
+    cursor_->deleteCurrent();
+}
+
+int SqliteRecordset::EditMode() const {
+    switch (open().editMode()) {
+        case Cursor::Edit::None: return ado::adEditNone;
+        case Cursor::Edit::InProgress: return ado::adEditInProgress;
+        case Cursor::Edit::Add: return ado::adEditAdd;
+    }
+    return ado::adEditNone;
+}
+
+void SqliteRecordset::Find(const std::string& criteria, long skipRows, int direction) {
+    Cursor& c = open();
+    bool forward = direction != ado::adSearchBackward;
+    Criteria parsed = Criteria::parse(criteria, c.table());
+    if (!parsed.isSingleCondition()) throw VbError(vberr::BadArguments);
+    commitPending();
+    long from = c.bof() ? 0 : c.position() + (forward ? skipRows : -skipRows);
+    long found = c.find(parsed, from, forward);
+    c.moveTo(found >= 0 ? found : (forward ? c.count() : -1));
+    fireMove();
+}
+
+std::string SqliteRecordset::Filter() const { return open().filterText(); }
+
+void SqliteRecordset::SetFilter(const std::string& criteria) {
+    open();
+    commitPending();
+    cursor_->setFilter(criteria);
+    fireMove();
+}
+
+std::string SqliteRecordset::Sort() const { return open().sortText(); }
+
+void SqliteRecordset::SetSort(const std::string& columns) {
+    open();
+    commitPending();
+    cursor_->setSort(columns);
+    fireMove();
+}

@@ -1,0 +1,228 @@
+#include "store/row_table.h"
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+#include "base/convert.h"
+#include "base/dates.h"
+#include "base/strings.h"
+#include "base/vb_error.h"
+
+namespace {
+
+bool isTextKind(ColumnKind k) { return k == ColumnKind::Text; }
+bool isIntKind(ColumnKind k) {
+    return k == ColumnKind::Counter || k == ColumnKind::Long || k == ColumnKind::YesNo ||
+           k == ColumnKind::Money;
+}
+
+[[noreturn]] void wrongType() { throw VbError(vberr::WrongType); }
+
+double strictNumber(const Variant& v) {
+    try {
+        return CDbl(v);
+    } catch (const VbError&) {
+        wrongType();
+    }
+}
+
+}  // namespace
+
+Variant coerceTo(ColumnKind kind, const Variant& v) {
+    if (v.IsNull() || v.IsEmpty()) return Variant::Null();
+    // An emptied box clears a number, a date or a yes/no; a text keeps its "".
+    if (v.IsString() && !isTextKind(kind) && Trim(v.Str()).empty()) return Variant::Null();
+    switch (kind) {
+        case ColumnKind::Text:
+            return Variant(CStr(v));
+        case ColumnKind::Counter:
+            wrongType();  // the store assigns the key
+        case ColumnKind::Long: {
+            double d = std::nearbyint(strictNumber(v));
+            if (d < std::numeric_limits<std::int32_t>::min() ||
+                d > std::numeric_limits<std::int32_t>::max())
+                wrongType();
+            return Variant::Long(static_cast<std::int32_t>(d));
+        }
+        case ColumnKind::Double:
+            return Variant::Double(strictNumber(v));
+        case ColumnKind::Money: {
+            if (v.Type() == VarType::Currency) return v;
+            double d = strictNumber(v);
+            if (std::fabs(d) > 922337203685477.0) wrongType();
+            return Variant::Currency(d);
+        }
+        case ColumnKind::YesNo: {
+            if (v.IsString()) {
+                std::string t = UCase(Trim(v.Str()));
+                if (t == "TRUE" || t == "YES" || t == "ON") return Variant(true);
+                if (t == "FALSE" || t == "NO" || t == "OFF") return Variant(false);
+            }
+            return Variant(strictNumber(v) != 0);
+        }
+        case ColumnKind::Date: {
+            try {
+                return Variant::Date(CDate(v));
+            } catch (const VbError&) {
+                wrongType();
+            }
+        }
+    }
+    wrongType();
+}
+
+RowTable::RowTable(std::vector<ColumnInfo> columns) {
+    columns_.reserve(columns.size());
+    for (auto& info : columns) columns_.push_back(Column{std::move(info), {}, {}, {}});
+}
+
+int RowTable::appendRow(std::int64_t rowid) {
+    for (auto& col : columns_) {
+        col.cells.push_back(0);
+        col.nulls.push_back(true);
+    }
+    rowids_.push_back(rowid);
+    deleted_.push_back(false);
+    return rowCount() - 1;
+}
+
+void RowTable::setText(Column& col, int row, std::string_view s) {
+    if (col.arena.size() + s.size() > std::numeric_limits<std::uint32_t>::max())
+        throw VbError(7, "Out of memory");
+    std::uint64_t offset = col.arena.size();
+    col.arena.append(s);
+    col.cells[row] = offset << 32 | static_cast<std::uint32_t>(s.size());
+    col.nulls[row] = false;
+}
+
+std::string_view RowTable::text(int row, int c) const {
+    const Column& col = columns_[c];
+    if (col.nulls[row]) return {};
+    std::uint64_t cell = col.cells[row];
+    return std::string_view(col.arena).substr(cell >> 32, cell & 0xffffffffu);
+}
+
+double RowTable::number(int row, int c) const {
+    const Column& col = columns_[c];
+    std::uint64_t cell = col.cells[row];
+    switch (col.info.kind) {
+        case ColumnKind::Money:
+            return static_cast<double>(static_cast<std::int64_t>(cell)) / 10000.0;
+        case ColumnKind::Counter:
+        case ColumnKind::Long:
+        case ColumnKind::YesNo:
+            return static_cast<double>(static_cast<std::int64_t>(cell));
+        case ColumnKind::Double:
+        case ColumnKind::Date:
+            return std::bit_cast<double>(cell);
+        case ColumnKind::Text:
+            return Val(text(row, c));
+    }
+    return 0;
+}
+
+Variant RowTable::get(int row, int c) const {
+    const Column& col = columns_[c];
+    if (col.nulls[row]) return Variant::Null();
+    std::uint64_t cell = col.cells[row];
+    auto whole = static_cast<std::int64_t>(cell);
+    switch (col.info.kind) {
+        case ColumnKind::Text: return Variant(text(row, c));
+        case ColumnKind::Money: return Variant::CurrencyFromScaled(whole);
+        case ColumnKind::YesNo: return Variant(whole != 0);
+        case ColumnKind::Counter:
+        case ColumnKind::Long:
+            if (whole < std::numeric_limits<std::int32_t>::min() ||
+                whole > std::numeric_limits<std::int32_t>::max())
+                return Variant::Double(static_cast<double>(whole));
+            return Variant::Long(static_cast<std::int32_t>(whole));
+        case ColumnKind::Double: return Variant::Double(std::bit_cast<double>(cell));
+        case ColumnKind::Date: return Variant::Date(std::bit_cast<double>(cell));
+    }
+    return Variant::Null();
+}
+
+void RowTable::set(int row, int c, const Variant& v) {
+    Column& col = columns_[c];
+    if (v.IsNull() || v.IsEmpty()) {
+        col.nulls[row] = true;
+        col.cells[row] = 0;
+        return;
+    }
+    switch (col.info.kind) {
+        case ColumnKind::Text: setText(col, row, v.Str()); return;
+        case ColumnKind::Money: col.cells[row] = static_cast<std::uint64_t>(v.CurrencyScaled()); break;
+        case ColumnKind::YesNo: col.cells[row] = v.BoolValue() ? static_cast<std::uint64_t>(-1) : 0; break;
+        case ColumnKind::Counter:
+        case ColumnKind::Long:
+            col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(v.Number()));
+            break;
+        case ColumnKind::Double:
+        case ColumnKind::Date: col.cells[row] = std::bit_cast<std::uint64_t>(v.Number()); break;
+    }
+    col.nulls[row] = false;
+}
+
+void RowTable::setStored(int row, int c, const StoredValue& v) {
+    Column& col = columns_[c];
+    using T = StoredValue::Type;
+    if (v.type == T::Null) {
+        col.nulls[row] = true;
+        col.cells[row] = 0;
+        return;
+    }
+    ColumnKind kind = col.info.kind;
+    if (isTextKind(kind)) {
+        if (v.type == T::Text) {
+            setText(col, row, v.text);
+        } else {
+            setText(col, row, CStr(v.type == T::Integer ? Variant::Double(double(v.i)) : Variant::Double(v.r)));
+        }
+        return;
+    }
+    double d = v.type == T::Integer ? static_cast<double>(v.i)
+               : v.type == T::Real  ? v.r
+                                    : Val(v.text);
+    if (kind == ColumnKind::Money) {
+        // Money is kept as a real in units; in memory it is whole ten-thousandths.
+        col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(d * 10000.0)));
+    } else if (isIntKind(kind)) {
+        col.cells[row] = static_cast<std::uint64_t>(v.type == T::Integer ? v.i : static_cast<std::int64_t>(std::nearbyint(d)));
+    } else {
+        col.cells[row] = std::bit_cast<std::uint64_t>(d);
+    }
+    col.nulls[row] = false;
+}
+
+StoredValue toStored(ColumnKind kind, const Variant& v) {
+    StoredValue s;
+    if (v.IsNull() || v.IsEmpty()) return s;
+    switch (kind) {
+        case ColumnKind::Text:
+            s.type = StoredValue::Type::Text;
+            s.text = v.Str();
+            break;
+        case ColumnKind::Counter:
+        case ColumnKind::Long:
+        case ColumnKind::YesNo:
+            s.type = StoredValue::Type::Integer;
+            s.i = static_cast<std::int64_t>(v.Number());
+            break;
+        case ColumnKind::Money:
+        case ColumnKind::Double:
+        case ColumnKind::Date:
+            s.type = StoredValue::Type::Real;
+            s.r = v.Number();
+            break;
+    }
+    return s;
+}
+
+std::size_t RowTable::memoryBytes() const {
+    std::size_t total = rowids_.capacity() * sizeof(std::int64_t) + deleted_.capacity() / 8;
+    for (const auto& col : columns_)
+        total += col.cells.capacity() * sizeof(std::uint64_t) + col.nulls.capacity() / 8 +
+                 col.arena.capacity();
+    return total;
+}

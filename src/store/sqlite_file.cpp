@@ -1,0 +1,255 @@
+#include "store/sqlite_file.h"
+
+#include <sqlite3.h>
+
+#include <filesystem>
+
+#include "base/strings.h"
+#include "base/vb_error.h"
+
+namespace {
+
+constexpr int CouldNotFindFile = 3024;
+constexpr int CannotFindTable = 3078;
+constexpr int StoreFailure = 3146;  // the driver's own failure, reported silently
+
+// Statements are kept prepared per text: the program repeats the same few many times.
+struct Finalizer {
+    void operator()(sqlite3_stmt* s) const { sqlite3_finalize(s); }
+};
+
+ColumnKind kindOfDeclared(const std::string& declared, bool primaryKey) {
+    std::string t = UCase(declared);
+    if (primaryKey && t.find("INT") != std::string::npos) return ColumnKind::Counter;
+    if (t.find("MONEY") != std::string::npos || t.find("CURRENCY") != std::string::npos)
+        return ColumnKind::Money;
+    if (t.find("YESNO") != std::string::npos || t.find("BOOL") != std::string::npos ||
+        t == "BIT")
+        return ColumnKind::YesNo;
+    if (t.find("DATE") != std::string::npos || t.find("TIME") != std::string::npos)
+        return ColumnKind::Date;
+    if (t.find("LONG") != std::string::npos && t.find("TEXT") == std::string::npos)
+        return ColumnKind::Long;
+    if (t.find("INT") != std::string::npos || t.find("COUNTER") != std::string::npos)
+        return ColumnKind::Long;
+    if (t.find("REAL") != std::string::npos || t.find("FLOA") != std::string::npos ||
+        t.find("DOUB") != std::string::npos || t.find("NUM") != std::string::npos ||
+        t.find("DEC") != std::string::npos || t.find("SINGLE") != std::string::npos)
+        return ColumnKind::Double;
+    return ColumnKind::Text;
+}
+
+void bind(sqlite3_stmt* s, int index, const StoredValue& v) {
+    switch (v.type) {
+        case StoredValue::Type::Null: sqlite3_bind_null(s, index); break;
+        case StoredValue::Type::Integer: sqlite3_bind_int64(s, index, v.i); break;
+        case StoredValue::Type::Real: sqlite3_bind_double(s, index, v.r); break;
+        case StoredValue::Type::Text:
+            sqlite3_bind_text(s, index, v.text.data(), static_cast<int>(v.text.size()),
+                              SQLITE_TRANSIENT);
+            break;
+    }
+}
+
+}  // namespace
+
+std::string quoteName(const std::string& name) { return "[" + name + "]"; }
+
+std::shared_ptr<SqliteFile> SqliteFile::open(const std::string& path) {
+    std::error_code ec;
+    if (path.empty() || !std::filesystem::is_regular_file(path, ec))
+        throw VbError(CouldNotFindFile, "Could not find file '" + path + "'.");
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
+        SQLITE_OK) {
+        sqlite3_close(db);
+        throw VbError(CouldNotFindFile, "Could not find file '" + path + "'.");
+    }
+    std::shared_ptr<SqliteFile> file(new SqliteFile(db, path));
+    sqlite3_busy_timeout(db, 5000);
+    // A foreign file fails here, on the first read of the schema.
+    if (sqlite3_exec(db, "PRAGMA schema_version", nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw VbError(vberr::NotADatabase);
+    // Every write is its own durable change, but with the log in WAL mode a run of many
+    // single-row writes costs no disk sync per row.
+    sqlite3_exec(db, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
+    return file;
+}
+
+std::shared_ptr<SqliteFile> SqliteFile::create(const std::string& path) {
+    std::error_code ec;
+    std::filesystem::remove(path, ec);
+    std::filesystem::remove(path + "-wal", ec);
+    std::filesystem::remove(path + "-shm", ec);
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) !=
+        SQLITE_OK) {
+        sqlite3_close(db);
+        throw VbError(vberr::PathNotFound, "Path not found: " + path);
+    }
+    return std::shared_ptr<SqliteFile>(new SqliteFile(db, path));
+}
+
+SqliteFile::~SqliteFile() { sqlite3_close_v2(db_); }
+
+void SqliteFile::fail(int fallbackNumber) {
+    throw VbError(fallbackNumber, sqlite3_errmsg(db_));
+}
+
+sqlite3_stmt* SqliteFile::prepare(const std::string& sql) {
+    sqlite3_stmt* s = nullptr;
+    if (sqlite3_prepare_v2(db_, sql.c_str(), static_cast<int>(sql.size()), &s, nullptr) !=
+        SQLITE_OK) {
+        sqlite3_finalize(s);
+        fail(StoreFailure);
+    }
+    return s;
+}
+
+void SqliteFile::execScript(const std::string& sql) {
+    char* message = nullptr;
+    if (sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+        std::string text = message ? message : "script failed";
+        sqlite3_free(message);
+        throw VbError(StoreFailure, text);
+    }
+}
+
+std::vector<StoredValue> SqliteFile::firstColumn(const std::string& sql) {
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
+    std::vector<StoredValue> values;
+    int rc;
+    while ((rc = sqlite3_step(s.get())) == SQLITE_ROW) values.push_back(column(s.get(), 0));
+    if (rc != SQLITE_DONE) fail(StoreFailure);
+    return values;
+}
+
+std::vector<std::string> SqliteFile::tableNames() {
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(
+        prepare("SELECT name FROM sqlite_schema WHERE type='table' AND name NOT LIKE 'sqlite_%' "
+                "ORDER BY name"));
+    std::vector<std::string> names;
+    while (sqlite3_step(s.get()) == SQLITE_ROW) names.emplace_back(columnText(s.get(), 0));
+    return names;
+}
+
+std::vector<ColumnInfo> SqliteFile::tableColumns(const std::string& table, std::string* realName) {
+    // Table names ignore case, as the program writes "[products]" and "Products" alike.
+    std::string found;
+    for (const auto& name : tableNames())
+        if (UCase(name) == UCase(table)) found = name;
+    if (found.empty())
+        throw VbError(CannotFindTable, "Cannot find the input table or query '" + table + "'.");
+    if (realName) *realName = found;
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(
+        prepare("SELECT name, type, pk FROM pragma_table_info(?1) ORDER BY cid"));
+    sqlite3_bind_text(s.get(), 1, found.c_str(), -1, SQLITE_TRANSIENT);
+    std::vector<ColumnInfo> columns;
+    while (sqlite3_step(s.get()) == SQLITE_ROW) {
+        ColumnInfo c;
+        c.name = std::string(columnText(s.get(), 0));
+        c.kind = kindOfDeclared(std::string(columnText(s.get(), 1)), columnInt(s.get(), 2) == 1);
+        columns.push_back(std::move(c));
+    }
+    return columns;
+}
+
+void SqliteFile::scan(const std::string& table, const std::vector<std::string>& columns,
+                      const std::function<void(std::int64_t, sqlite3_stmt*)>& row) {
+    std::string sql = "SELECT rowid";
+    for (const auto& c : columns) sql += "," + quoteName(c);
+    sql += " FROM " + quoteName(table);
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
+    int rc;
+    while ((rc = sqlite3_step(s.get())) == SQLITE_ROW) row(sqlite3_column_int64(s.get(), 0), s.get());
+    if (rc != SQLITE_DONE) fail(StoreFailure);
+}
+
+void SqliteFile::readRow(const std::string& table, const std::vector<std::string>& columns,
+                         std::int64_t rowid, const std::function<void(sqlite3_stmt*)>& row) {
+    std::string sql = "SELECT ";
+    for (std::size_t i = 0; i < columns.size(); ++i) sql += (i ? "," : "") + quoteName(columns[i]);
+    sql += " FROM " + quoteName(table) + " WHERE rowid=?";
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
+    sqlite3_bind_int64(s.get(), 1, rowid);
+    if (sqlite3_step(s.get()) == SQLITE_ROW) row(s.get());
+}
+
+StoredValue SqliteFile::column(sqlite3_stmt* stmt, int index) {
+    StoredValue v;
+    switch (sqlite3_column_type(stmt, index)) {
+        case SQLITE_NULL: break;
+        case SQLITE_INTEGER:
+            v.type = StoredValue::Type::Integer;
+            v.i = sqlite3_column_int64(stmt, index);
+            break;
+        case SQLITE_FLOAT:
+            v.type = StoredValue::Type::Real;
+            v.r = sqlite3_column_double(stmt, index);
+            break;
+        default:
+            v.type = StoredValue::Type::Text;
+            v.text = std::string(columnText(stmt, index));
+            break;
+    }
+    return v;
+}
+
+bool SqliteFile::columnIsNull(sqlite3_stmt* stmt, int index) {
+    return sqlite3_column_type(stmt, index) == SQLITE_NULL;
+}
+
+std::int64_t SqliteFile::columnInt(sqlite3_stmt* stmt, int index) {
+    return sqlite3_column_int64(stmt, index);
+}
+
+double SqliteFile::columnReal(sqlite3_stmt* stmt, int index) {
+    return sqlite3_column_double(stmt, index);
+}
+
+std::string_view SqliteFile::columnText(sqlite3_stmt* stmt, int index) {
+    const unsigned char* text = sqlite3_column_text(stmt, index);
+    if (!text) return {};
+    return {reinterpret_cast<const char*>(text),
+            static_cast<std::size_t>(sqlite3_column_bytes(stmt, index))};
+}
+
+std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std::string>& columns,
+                                const std::vector<StoredValue>& values) {
+    std::string sql;
+    if (columns.empty()) {
+        sql = "INSERT INTO " + quoteName(table) + " DEFAULT VALUES";
+    } else {
+        std::string names, marks;
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            names += (i ? "," : "") + quoteName(columns[i]);
+            marks += (i ? ",?" : "?");
+        }
+        sql = "INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")";
+    }
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
+    for (std::size_t i = 0; i < values.size(); ++i) bind(s.get(), static_cast<int>(i) + 1, values[i]);
+    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+    return sqlite3_last_insert_rowid(db_);
+}
+
+void SqliteFile::update(const std::string& table, std::int64_t rowid,
+                        const std::vector<std::string>& columns,
+                        const std::vector<StoredValue>& values) {
+    if (columns.empty()) return;
+    std::string sql = "UPDATE " + quoteName(table) + " SET ";
+    for (std::size_t i = 0; i < columns.size(); ++i) sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
+    sql += " WHERE rowid=?";
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
+    for (std::size_t i = 0; i < values.size(); ++i) bind(s.get(), static_cast<int>(i) + 1, values[i]);
+    sqlite3_bind_int64(s.get(), static_cast<int>(values.size()) + 1, rowid);
+    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+}
+
+void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(
+        prepare("DELETE FROM " + quoteName(table) + " WHERE rowid=?"));
+    sqlite3_bind_int64(s.get(), 1, rowid);
+    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+}

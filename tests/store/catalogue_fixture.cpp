@@ -1,0 +1,71 @@
+#include "catalogue_fixture.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <filesystem>
+
+#include "base/convert.h"
+#include "store/catalogue_builder.h"
+#include "store/sqlite_file.h"
+
+const char* const kStatementA =
+    "select PID,Category,Cost1,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,MinOrdR,MinOrdW,NoSold,"
+    "Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,Price,ProdDesc,"
+    "ProdName,ReOrder,Retail,Ship1,Ship2,StockNo,Supplier,Taxable,Weight from Products order by "
+    "StockNo";
+const char* const kStatementB =
+    "select StockNo,ProdName,Category,Cost1,Retail,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,"
+    "MinOrdR,MinOrdW,NoSold,Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,"
+    "Price,ProdDesc,ReOrder,Ship1,Ship2,Supplier,Taxable,Weight,PID from Products order by StockNo";
+
+TempCatalogue::TempCatalogue(bool withSample) {
+    static std::atomic<int> serial{0};
+    folder_ = (std::filesystem::temp_directory_path() /
+               ("cattest" + std::to_string(::getpid()) + "x" + std::to_string(serial++)))
+                  .string() +
+              "/";
+    std::filesystem::create_directories(folder_);
+    path_ = folder_ + "tandrel2004.mde";
+    std::vector<std::string> scripts{std::string(FIXTURES_DIR) + "/schema.sql"};
+    if (withSample) scripts.push_back(std::string(FIXTURES_DIR) + "/sample.sql");
+    buildCatalogue(path_, folder_, scripts);
+}
+
+TempCatalogue::~TempCatalogue() {
+    std::error_code ec;
+    std::filesystem::remove_all(folder_, ec);
+}
+
+void TempCatalogue::sql(const std::string& statements) const {
+    SqliteFile::open(path_)->execScript(statements);
+}
+
+std::string TempCatalogue::query(const std::string& select) const {
+    std::string out;
+    bool first = true;
+    for (const auto& v : SqliteFile::open(path_)->firstColumn(select)) {
+        out += first ? "" : "|";
+        first = false;
+        switch (v.type) {
+            case StoredValue::Type::Null: out += "Null"; break;
+            case StoredValue::Type::Integer: out += std::to_string(v.i); break;
+            case StoredValue::Type::Real: out += CStr(Variant::Double(v.r)); break;
+            case StoredValue::Type::Text: out += v.text; break;
+        }
+    }
+    return out;
+}
+
+std::unique_ptr<Connection> TempCatalogue::connect() const {
+    auto conn = CreateConnection();
+    conn->SetCursorLocation(ado::adUseClient);
+    conn->Open(connectionText(path_));
+    return conn;
+}
+
+std::unique_ptr<Recordset> TempCatalogue::open(const std::string& statement, Connection& conn) const {
+    auto rs = CreateRecordset();
+    rs->Open(statement, conn);
+    return rs;
+}

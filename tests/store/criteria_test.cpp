@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include "base/convert.h"
+#include "catalogue_fixture.h"
+#include "vb_expect.h"
+
+namespace {
+
+// Filters on a small catalogue give the rows a user expects.
+struct Criteria : ::testing::Test {
+    TempCatalogue cat;
+    std::unique_ptr<Connection> conn;
+    std::unique_ptr<Recordset> rs;
+    void SetUp() override {
+        cat.sql(
+            "INSERT INTO Products (StockNo, ProdName, Category, PageNo, Cost1, Retail, Disco, "
+            "Supplier) VALUES "
+            "('AB-1', 'Red Bead', 'Beads', '1', 3, 8, -1, 'Acme'),"
+            "('xab2', 'Blue Bead', 'Beads', '2', 6, 12, 0, 'Acme'),"
+            "('CD3', 'Paint Pot', 'Paint', '10', 5.5, 8.5, 0, NULL),"
+            "('EF4', 'Brush', NULL, NULL, NULL, 20, 0, 'Bolt');");
+        conn = cat.connect();
+        rs = cat.open(kStatementA, *conn);
+    }
+    std::string rows(const std::string& criteria) {
+        rs->SetFilter(criteria);
+        std::string out;
+        for (; !rs->Eof(); rs->MoveNext()) out += CStr(rs->Fields("StockNo").Value()) + " ";
+        return out;
+    }
+};
+
+TEST_F(Criteria, LikeWithAsterisksMatchesAnywhereIgnoringCase) {
+    EXPECT_EQ(rows("StockNo like '*AB*'"), "AB-1 xab2 ");
+    EXPECT_EQ(rows("[StockNo] like 'ab*'"), "AB-1 ");
+}
+
+TEST_F(Criteria, LikeKnowsOneCharacterDigitAndSets) {
+    EXPECT_EQ(rows("StockNo like 'CD?'"), "CD3 ");
+    EXPECT_EQ(rows("StockNo like '??#'"), "CD3 EF4 ");
+    EXPECT_EQ(rows("StockNo like '[a-c]*'"), "AB-1 CD3 ");
+}
+
+TEST_F(Criteria, NumberComparisonsJoinWithAnd) {
+    EXPECT_EQ(rows("Cost1 > 5 and Retail < 9"), "CD3 ");
+}
+
+TEST_F(Criteria, OrAndParenthesesGroup) {
+    EXPECT_EQ(rows("(Category = 'Paint' or Supplier = 'Bolt') and Retail >= 8.5"), "CD3 EF4 ");
+}
+
+TEST_F(Criteria, YesNoComparesWithTrueAndFalse) {
+    EXPECT_EQ(rows("Disco = True"), "AB-1 ");
+    EXPECT_EQ(rows("[Disco] = False"), "CD3 EF4 xab2 ");
+}
+
+TEST_F(Criteria, LikeNullMatchesNothing) { EXPECT_EQ(rows("StockNo like Null "), ""); }
+
+TEST_F(Criteria, EqualsNullAndNotEqualsNullTestForMissingValues) {
+    EXPECT_EQ(rows("[Category] = Null"), "EF4 ");
+    EXPECT_EQ(rows("[PageNo] <> Null"), "AB-1 CD3 xab2 ");
+}
+
+TEST_F(Criteria, NotEqualSkipsMissingValues) {
+    EXPECT_EQ(rows("[Category] <> 'Beads'"), "CD3 ");
+}
+
+TEST_F(Criteria, TextComparisonIgnoresCase) { EXPECT_EQ(rows("[ProdName] = 'RED BEAD'"), "AB-1 "); }
+
+TEST_F(Criteria, PageNumbersInQuotesCompareAsText) {
+    EXPECT_EQ(rows("[PageNo] = '10'"), "CD3 ");
+    EXPECT_EQ(rows("[PageNo] > '2'"), "");  // "10" sorts before "2" as text
+}
+
+TEST_F(Criteria, AQuotedNumberAgainstANumberColumnComparesAsANumber) {
+    EXPECT_EQ(rows("Cost1 = '5.50'"), "CD3 ");
+    EXPECT_VBERROR(rs->SetFilter("Cost1 = 'cheap'"), 3001);
+}
+
+TEST_F(Criteria, AValueOnTheLeftReadsTheOtherWayRound) { EXPECT_EQ(rows("5 < Cost1"), "CD3 xab2 "); }
+
+TEST_F(Criteria, BrokenTextsAreFaultsNotCrashes) {
+    for (const char* broken : {"StockNo = 'AB", "StockNo =", "StockNo 'AB'", "(StockNo = 'AB'",
+                               "StockNo = 'AB' and", "[StockNo = 'AB'", "StockNo = 'O'Brien'",
+                               "StockNo ~ 'x'", "and or"})
+        EXPECT_VBERROR(rs->SetFilter(broken), 3001);
+    EXPECT_VBERROR(rs->SetFilter("Colour = 'red'"), 3265);
+    EXPECT_EQ(rs->RecordCount(), 4);
+}
+
+TEST_F(Criteria, ADoubledQuoteStandsForOne) {
+    cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES ('Q1', 'Grandma''s Kit')");
+    rs->Requery();
+    EXPECT_EQ(rows("ProdName = 'Grandma''s Kit'"), "Q1 ");
+}
+
+}  // namespace

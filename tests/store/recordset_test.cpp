@@ -1,0 +1,304 @@
+#include <gtest/gtest.h>
+
+#include "base/convert.h"
+#include "catalogue_fixture.h"
+#include "vb_expect.h"
+
+namespace {
+
+// Three products whose stock numbers sort differently by case, one with gaps.
+const char* kThree =
+    "INSERT INTO Products (StockNo, ProdName, Category, PageNo, Cost1, Notes, Picture) VALUES "
+    "('b200', 'Brush', 'Paint', '2', 4.5, NULL, '/pics/b.jpg'),"
+    "('A100', 'Apple', 'Fruit', '1', 2.5, 'note', NULL),"
+    "('C300', '', 'Paint', 'A2', 0, '', '/pics/c.jpg');";
+
+struct Three : ::testing::Test {
+    TempCatalogue cat;
+    std::unique_ptr<Connection> conn;
+    std::unique_ptr<Recordset> rs;
+    int moves = 0;
+    void SetUp() override {
+        cat.sql(kThree);
+        conn = cat.connect();
+        rs = CreateRecordset();
+        rs->MoveComplete = [this] { ++moves; };
+        rs->Open(kStatementA, *conn);
+    }
+    std::string stock() { return CStr(rs->Fields("StockNo").Value()); }
+};
+
+TEST(EmptyCatalogue, BofAndEofAreBothTrueAndCountIsZero) {
+    TempCatalogue cat;
+    auto conn = cat.connect();
+    auto rs = cat.open(kStatementA, *conn);
+    EXPECT_TRUE(rs->Bof());
+    EXPECT_TRUE(rs->Eof());
+    EXPECT_EQ(rs->RecordCount(), 0);
+    EXPECT_VBERROR(rs->MoveFirst(), 3021);
+    EXPECT_VBERROR(rs->Fields(1).Value(), 3021);
+}
+
+TEST_F(Three, OpeningRaisesTheMoveEventOnTheFirstRow) {
+    EXPECT_EQ(moves, 1);
+    EXPECT_EQ(rs->AbsolutePosition(), 1);
+    EXPECT_EQ(stock(), "A100");
+}
+
+TEST_F(Three, FieldsByPositionFollowTheStatementOrder) {
+    EXPECT_EQ(rs->FieldName(0), "PID");
+    EXPECT_EQ(rs->FieldName(19), "Picture");
+    EXPECT_EQ(rs->FieldName(27), "StockNo");
+    EXPECT_EQ(CStr(rs->Fields(22).Value()), "Apple");
+    EXPECT_EQ(rs->FieldIndex("stockno"), 27);
+    EXPECT_VBERROR(rs->Fields("NoSuchColumn"), 3265);
+    EXPECT_VBERROR(rs->Fields(31).Value(), 3265);
+}
+
+TEST_F(Three, OrderByStockNumberIgnoresCase) {
+    std::string order;
+    while (!rs->Eof()) {
+        order += stock() + " ";
+        rs->MoveNext();
+    }
+    EXPECT_EQ(order, "A100 b200 C300 ");
+}
+
+TEST_F(Three, NullIsToldFromEmptyText) {
+    EXPECT_TRUE(rs->Fields("Picture").Value().IsNull());  // no picture
+    EXPECT_FALSE(rs->Fields("Notes").Value().IsNull());
+    rs->MoveLast();
+    EXPECT_FALSE(rs->Fields("ProdName").Value().IsNull());
+    EXPECT_EQ(rs->Fields("ProdName").Value(), Variant(""));
+}
+
+TEST_F(Three, ColumnsComeBackInTheirKinds) {
+    EXPECT_EQ(rs->Fields("Cost1").Value().Type(), VarType::Currency);
+    EXPECT_EQ(CStr(rs->Fields("Cost1").Value()), "2.5");
+    EXPECT_EQ(rs->Fields("Disco").Value(), Variant(false));  // the default of a yes/no
+    EXPECT_EQ(rs->Fields("PID").Value().Type(), VarType::Long);
+    EXPECT_EQ(rs->Fields("PageNo").Value(), Variant("1"));
+}
+
+TEST_F(Three, MovesRunToTheEndsAndRaiseTheEventEachTime) {
+    rs->MoveNext();
+    rs->MoveNext();
+    EXPECT_EQ(rs->AbsolutePosition(), 3);
+    rs->MoveNext();
+    EXPECT_TRUE(rs->Eof());
+    EXPECT_EQ(rs->AbsolutePosition(), ado::adPosEOF);
+    EXPECT_VBERROR(rs->MoveNext(), 3021);
+    rs->MoveFirst();
+    rs->MovePrevious();
+    EXPECT_TRUE(rs->Bof());
+    EXPECT_EQ(rs->AbsolutePosition(), ado::adPosBOF);
+    EXPECT_VBERROR(rs->MovePrevious(), 3021);
+    EXPECT_EQ(moves, 1 + 5);
+}
+
+TEST_F(Three, AbsolutePositionAndBookmarkMoveThere) {
+    rs->SetAbsolutePosition(3);
+    EXPECT_EQ(stock(), "C300");
+    Variant mark = rs->Bookmark();
+    rs->MoveFirst();
+    rs->SetBookmark(mark);
+    EXPECT_EQ(stock(), "C300");
+    EXPECT_VBERROR(rs->SetAbsolutePosition(4), 3001);
+    EXPECT_VBERROR(rs->SetAbsolutePosition(0), 3001);
+}
+
+TEST_F(Three, FindRunsForwardFromTheCurrentRow) {
+    rs->Find("StockNo = 'C300'");
+    EXPECT_EQ(stock(), "C300");
+    rs->Find("StockNo = 'A100'");  // behind: runs off the end
+    EXPECT_TRUE(rs->Eof());
+    EXPECT_EQ(rs->AbsolutePosition(), ado::adPosEOF);
+}
+
+TEST_F(Three, FindStaysOnAMatchAndSkipsWhenAsked) {
+    rs->Find("[StockNo] like '*0*'");
+    EXPECT_EQ(stock(), "A100");
+    rs->Find("[StockNo] like '*0*'", 1);
+    EXPECT_EQ(stock(), "b200");
+}
+
+TEST_F(Three, FindOnAQuotedKeyComparesAsANumber) {
+    rs->MoveLast();
+    Variant pid = rs->Fields("PID").Value();
+    rs->MoveFirst();
+    rs->Find("[PID] = '" + CStr(pid) + "'");
+    EXPECT_EQ(stock(), "C300");
+}
+
+TEST_F(Three, FindWithAnApostropheFailsAndTheRowStays) {
+    rs->MoveNext();
+    int before = moves;
+    EXPECT_VBERROR(rs->Find("StockNo = 'O'Brien'"), 3001);
+    EXPECT_EQ(stock(), "b200");
+    EXPECT_EQ(moves, before);
+}
+
+TEST_F(Three, FindTakesOneConditionOnly) {
+    EXPECT_VBERROR(rs->Find("StockNo = 'A100' and PageNo = '1'"), 3001);
+}
+
+TEST_F(Three, FilterNarrowsTheCountAndEmptyLiftsIt) {
+    rs->SetFilter("[Category] = 'paint'");
+    EXPECT_EQ(rs->RecordCount(), 2);
+    EXPECT_EQ(stock(), "b200");
+    rs->SetFilter("");
+    EXPECT_EQ(rs->RecordCount(), 3);
+}
+
+TEST_F(Three, FilterOnAPageNumberWithLettersTreatsItAsText) {
+    rs->SetFilter("[PageNo] = 'A2'");
+    EXPECT_EQ(rs->RecordCount(), 1);
+    EXPECT_EQ(Val(CStr(rs->Fields("PageNo").Value())), 0);
+}
+
+TEST_F(Three, FilterNullTestsFindMissingValues) {
+    rs->SetFilter("[Picture] = Null");
+    EXPECT_EQ(rs->RecordCount(), 1);
+    EXPECT_EQ(stock(), "A100");
+    rs->SetFilter("[Picture] <> Null");
+    EXPECT_EQ(rs->RecordCount(), 2);
+}
+
+TEST_F(Three, BrokenFilterFailsAndLeavesTheOldOne) {
+    rs->SetFilter("[Category] = 'Paint'");
+    EXPECT_VBERROR(rs->SetFilter("[Category] = 'Paint"), 3001);
+    EXPECT_VBERROR(rs->SetFilter("[Colour] = 'red'"), 3265);
+    EXPECT_EQ(rs->RecordCount(), 2);
+    EXPECT_EQ(rs->Filter(), "[Category] = 'Paint'");
+}
+
+TEST_F(Three, SortTakesSeveralColumnsAndDesc) {
+    rs->SetSort("Category, StockNo Desc");
+    std::string order;
+    for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext()) order += stock() + " ";
+    EXPECT_EQ(order, "A100 C300 b200 ");
+    rs->SetSort("Cost1 Desc");
+    EXPECT_EQ(stock(), "b200");
+}
+
+TEST_F(Three, SortStaysWhenTheFilterChanges) {
+    rs->SetSort("StockNo Desc");
+    rs->SetFilter("[Category] = 'Paint'");
+    EXPECT_EQ(stock(), "C300");
+}
+
+TEST_F(Three, MovingOffAnEditedRowSavesIt) {
+    rs->Fields("ProdName").SetValue("Green Apple");
+    EXPECT_EQ(rs->EditMode(), ado::adEditInProgress);
+    rs->MoveNext();
+    EXPECT_EQ(cat.query("select ProdName from Products where StockNo = 'A100'"), "Green Apple");
+}
+
+TEST_F(Three, CancelUpdateDiscardsTheEdit) {
+    rs->Fields("ProdName").SetValue("Pear");
+    rs->CancelUpdate();
+    EXPECT_EQ(CStr(rs->Fields("ProdName").Value()), "Apple");
+    rs->MoveNext();
+    EXPECT_EQ(cat.query("select ProdName from Products where StockNo = 'A100'"), "Apple");
+}
+
+TEST_F(Three, TextThatIsNoNumberIsRefusedByANumberColumn) {
+    EXPECT_VBERROR(rs->Fields("Cost1").SetValue("abc"), 3421);
+    EXPECT_EQ(CStr(rs->Fields("Cost1").Value()), "2.5");
+    EXPECT_EQ(rs->EditMode(), ado::adEditNone);
+    rs->Fields("Cost1").SetValue("$1,234.50");
+    rs->Update();
+    EXPECT_EQ(cat.query("select Cost1 from Products where StockNo = 'A100'"), "1234.5");
+}
+
+TEST_F(Three, AddNewAndUpdateInsertARowWithItsKeyAndDefaults) {
+    rs->AddNew();
+    EXPECT_EQ(rs->RecordCount(), 4);
+    rs->Fields("StockNo").SetValue("D400");
+    rs->Update();
+    EXPECT_FALSE(rs->Fields("PID").Value().IsNull());
+    EXPECT_EQ(rs->Fields("Inventory").Value(), Variant::Long(0));
+    EXPECT_EQ(cat.query("select StockNo from Products where StockNo = 'D400'"), "D400");
+}
+
+TEST_F(Three, AddNewThenCancelLeavesNothing) {
+    rs->MoveNext();
+    rs->AddNew();
+    rs->Fields("StockNo").SetValue("D400");
+    rs->CancelUpdate();
+    EXPECT_EQ(rs->RecordCount(), 3);
+    EXPECT_EQ(stock(), "b200");
+    EXPECT_EQ(cat.query("select count(*) from Products"), "3");
+}
+
+TEST_F(Three, DeleteRemovesTheRowAndTheNextMoveLandsOnItsSuccessor) {
+    rs->MoveNext();
+    rs->Delete();
+    EXPECT_EQ(rs->RecordCount(), 2);
+    EXPECT_VBERROR(rs->Fields("StockNo").Value(), 3021);
+    rs->MoveNext();
+    EXPECT_EQ(stock(), "C300");
+    EXPECT_EQ(cat.query("select StockNo from Products order by StockNo"), "A100|C300");
+}
+
+TEST_F(Three, WillChangeIsRaisedBeforeAnUpdate) {
+    int changes = 0;
+    rs->WillChangeRecord = [&] { ++changes; };
+    rs->Fields("Notes").SetValue("x");
+    rs->Update();
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(Three, AnotherRecordSetSeesAChangeOnlyAfterRequery) {
+    auto other = cat.open(kStatementB, *conn);
+    rs->Fields("ProdName").SetValue("Quince");
+    rs->Update();
+    EXPECT_EQ(CStr(other->Fields("ProdName").Value()), "Apple");
+    other->Requery();
+    EXPECT_EQ(CStr(other->Fields("ProdName").Value()), "Quince");
+}
+
+TEST_F(Three, RequeryKeepsFilterAndSort) {
+    rs->SetFilter("[Category] = 'Paint'");
+    rs->SetSort("StockNo Desc");
+    cat.sql("INSERT INTO Products (StockNo, Category) VALUES ('Z9', 'Paint')");
+    rs->Requery();
+    EXPECT_EQ(rs->RecordCount(), 3);
+    EXPECT_EQ(stock(), "Z9");
+}
+
+TEST_F(Three, AClosedSetRefusesAndAnOpenOneCannotOpenAgain) {
+    EXPECT_VBERROR(rs->Open(kStatementA, *conn), 3705);
+    rs->Close();
+    EXPECT_EQ(rs->State(), ado::adStateClosed);
+    EXPECT_VBERROR(rs->MoveFirst(), 3704);
+    EXPECT_VBERROR(rs->RecordCount(), 3704);
+    rs->Open();  // the same statement again
+    EXPECT_EQ(rs->RecordCount(), 3);
+}
+
+TEST_F(Three, AWriteIsDurableWithoutAnyClose) {
+    rs->Fields("Notes").SetValue("kept");
+    rs->Update();
+    auto again = cat.connect();
+    auto fresh = cat.open("select Notes from Products where StockNo = 'A100'", *again);
+    EXPECT_EQ(CStr(fresh->Fields(0).Value()), "kept");
+}
+
+TEST_F(Three, AnEmptiedNumberBoxStoresNull) {
+    rs->Fields("Cost1").SetValue("");
+    rs->Update();
+    EXPECT_EQ(cat.query("select Cost1 from Products where StockNo = 'A100'"), "Null");
+}
+
+TEST(SampleCatalogue, HoldsAtLeastFortyProductsOverSeveralCategories) {
+    TempCatalogue cat(true);
+    auto conn = cat.connect();
+    auto rs = cat.open(kStatementA, *conn);
+    EXPECT_GE(rs->RecordCount(), 40);
+    EXPECT_GE(std::stoi(cat.query("select count(distinct Category) from Products")), 4);
+    EXPECT_GE(std::stoi(cat.query("select count(*) from Supplier")), 2);
+    EXPECT_EQ(cat.query("select count(*) from Setup"), "1");
+}
+
+}  // namespace
