@@ -135,6 +135,18 @@ using Op = Node::Op;
 
 bool isNumberColumn(ColumnKind k) { return k != ColumnKind::Text; }
 
+bool comparison(std::string_view symbol, Op& op) {
+    static constexpr std::pair<std::string_view, Op> ops[] = {
+        {"=", Op::Eq}, {"<>", Op::Ne}, {"!=", Op::Ne}, {"<", Op::Lt},
+        {">", Op::Gt}, {"<=", Op::Le}, {">=", Op::Ge}};
+    for (const auto& [text, o] : ops)
+        if (text == symbol) {
+            op = o;
+            return true;
+        }
+    return false;
+}
+
 class Parser {
 public:
     Parser(std::vector<Token> tokens, const RowTable& table) : t_(std::move(tokens)), table_(table) {}
@@ -202,10 +214,6 @@ private:
         Variant value;
     };
 
-    bool isKeyword() const {
-        return isWord("AND") || isWord("OR") || isWord("NOT") || isWord("LIKE") || isWord("IS");
-    }
-
     Operand parseOperand() {
         Operand o;
         bool negative = false;
@@ -226,6 +234,9 @@ private:
             }
             case Token::Kind::Name: {
                 std::string word = UCase(tok.text);
+                if (!tok.bracketed && (word == "AND" || word == "OR" || word == "NOT" ||
+                                       word == "LIKE" || word == "IS"))
+                    syntaxError();
                 if (!tok.bracketed && word == "NULL") {
                     o.value = Variant::Null();
                 } else if (!tok.bracketed && (word == "TRUE" || word == "YES")) {
@@ -276,15 +287,8 @@ private:
         if (isWord("LIKE")) {
             take();
             op = Op::Like;
-        } else if (peek().kind == Token::Kind::Symbol) {
-            std::string s = take().text;
-            if (s == "=") op = Op::Eq;
-            else if (s == "<>" || s == "!=") op = Op::Ne;
-            else if (s == "<") op = Op::Lt;
-            else if (s == ">") op = Op::Gt;
-            else if (s == "<=") op = Op::Le;
-            else if (s == ">=") op = Op::Ge;
-            else syntaxError();
+        } else if (peek().kind == Token::Kind::Symbol && comparison(peek().text, op)) {
+            take();
         } else {
             syntaxError();
         }

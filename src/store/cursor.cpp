@@ -9,9 +9,12 @@
 
 namespace {
 
-std::vector<ColumnInfo> selectedColumns(SqliteFile& file, const SelectStatement& st,
-                                        std::string& tableName) {
+// The chosen columns first; when the where or order by part may name others, every other
+// column of the table follows, loaded but not shown as a field.
+std::vector<ColumnInfo> loadedColumns(SqliteFile& file, const SelectStatement& st,
+                                      std::string& tableName, int& shown) {
     std::vector<ColumnInfo> all = file.tableColumns(st.table, &tableName);
+    shown = static_cast<int>(all.size());
     if (st.columns.empty()) return all;
     std::vector<ColumnInfo> chosen;
     for (const auto& name : st.columns) {
@@ -19,7 +22,10 @@ std::vector<ColumnInfo> selectedColumns(SqliteFile& file, const SelectStatement&
                                [&](const ColumnInfo& c) { return compareFolded(c.name, name) == 0; });
         if (it == all.end()) throw VbError(vberr::ItemNotFound);
         chosen.push_back(*it);
+        all.erase(it);
     }
+    shown = static_cast<int>(chosen.size());
+    if (!st.where.empty() || !st.orderBy.empty()) chosen.insert(chosen.end(), all.begin(), all.end());
     return chosen;
 }
 
@@ -52,7 +58,7 @@ void sortRows(std::vector<int>& rows, const RowTable& t, const std::vector<SortK
 }  // namespace
 
 Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement)
-    : file_(std::move(file)), table_(selectedColumns(*file_, statement, tableName_)) {
+    : file_(std::move(file)), table_(loadedColumns(*file_, statement, tableName_, shown_)) {
     const int columns = table_.columnCount();
     file_->scan(tableName_, namesOf(table_), [&](std::int64_t rowid, sqlite3_stmt* stmt) {
         int row = table_.appendRow(rowid);
@@ -107,13 +113,13 @@ long Cursor::positionOfRow(int row) const {
 }
 
 int Cursor::columnIndex(std::string_view name) const {
-    for (int c = 0; c < table_.columnCount(); ++c)
+    for (int c = 0; c < shown_; ++c)
         if (compareFolded(table_.column(c).name, name) == 0) return c;
     throw VbError(vberr::ItemNotFound);
 }
 
 Variant Cursor::value(int column) const {
-    if (column < 0 || column >= table_.columnCount()) throw VbError(vberr::ItemNotFound);
+    if (column < 0 || column >= shown_) throw VbError(vberr::ItemNotFound);
     int row = currentRow();
     for (const auto& [c, v] : pending_)
         if (c == column) return v;
@@ -121,7 +127,7 @@ Variant Cursor::value(int column) const {
 }
 
 void Cursor::setValue(int column, const Variant& v) {
-    if (column < 0 || column >= table_.columnCount()) throw VbError(vberr::ItemNotFound);
+    if (column < 0 || column >= shown_) throw VbError(vberr::ItemNotFound);
     currentRow();
     Variant fitted = coerceTo(table_.column(column).kind, v);
     if (edit_ == Edit::None) edit_ = Edit::InProgress;

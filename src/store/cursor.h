@@ -20,6 +20,7 @@ public:
     Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement);
 
     const RowTable& table() const { return table_; }
+    int fieldCount() const { return shown_; }  // the statement's own columns
     long count() const { return static_cast<long>(view_.size()); }
 
     // Position: -1 before the first row (BOF), count() past the last (EOF).
@@ -64,6 +65,7 @@ private:
 
     std::shared_ptr<SqliteFile> file_;
     std::string tableName_;
+    int shown_ = 0;
     RowTable table_;
     std::vector<int> base_;  // the statement's rows in its order
     std::vector<int> view_;  // base_ through filter and sort

@@ -28,7 +28,7 @@ public:
     void CancelUpdate() override;
     void Delete() override;
 
-    int FieldCount() const override { return cursor_->table().columnCount(); }
+    int FieldCount() const override { return cursor_->fieldCount(); }
     int FieldIndex(std::string_view name) const override { return cursor_->columnIndex(name); }
     std::string FieldName(int index) const override;
     Variant GetValue(int index) const override { return cursor_->value(index); }

@@ -114,12 +114,12 @@ void SqliteRecordset::SetBookmark(const Variant& bookmark) {
     fireMove();
 }
 
-int SqliteRecordset::FieldCount() const { return open().table().columnCount(); }
+int SqliteRecordset::FieldCount() const { return open().fieldCount(); }
 int SqliteRecordset::FieldIndex(std::string_view name) const { return open().columnIndex(name); }
 
 std::string SqliteRecordset::FieldName(int index) const {
     const Cursor& c = open();
-    if (index < 0 || index >= c.table().columnCount()) throw VbError(vberr::ItemNotFound);
+    if (index < 0 || index >= c.fieldCount()) throw VbError(vberr::ItemNotFound);
     return c.table().column(index).name;
 }
 

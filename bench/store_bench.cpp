@@ -1,0 +1,584 @@
+// store-bench: times the record store on a generated catalogue of 100,000 products.
+//
+//   store-bench [OUTPUT_FOLDER] [ROWS]
+//
+// Builds OUTPUT_FOLDER/bench.mde (default: a folder under the system temp folder) from
+// data/schema.sql, fills Products with ROWS generated products (default 100,000, fixed
+// seed), then times what the product forms do: opening the two product record sets,
+// filter and sort in memory, finds by stock number on a record set and on a data control,
+// and one durable write per row. The sqlite3 shell, when present, does the same reads for
+// comparison. See docs/PERFORMANCE.md.
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <numeric>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/variant.h"
+#include "base/vb_error.h"
+#include "records/store.h"
+#include "store/catalogue_builder.h"
+#include "store/recordset.h"
+#include "store/sqlite_file.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double msBetween(Clock::time_point a, Clock::time_point b) {
+    return std::chrono::duration<double, std::milli>(b - a).count();
+}
+
+// The two statements the product form opens.
+const char* const kStatementA =
+    "select PID,Category,Cost1,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,MinOrdR,MinOrdW,NoSold,"
+    "Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,Price,ProdDesc,"
+    "ProdName,ReOrder,Retail,Ship1,Ship2,StockNo,Supplier,Taxable,Weight from Products order by "
+    "StockNo";
+const char* const kStatementB =
+    "select StockNo,ProdName,Category,Cost1,Retail,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,"
+    "MinOrdR,MinOrdW,NoSold,Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,"
+    "Price,ProdDesc,ReOrder,Ship1,Ship2,Supplier,Taxable,Weight,PID from Products order by StockNo";
+
+const char* const kFilter = "StockNo like '*AB*' and Cost1 > 5";
+const char* const kFilterSort = "Category, StockNo";
+const char* const kTwoColumnSort = "Category, PageNo Desc";
+const char* const kShellSelectAll = "SELECT * FROM Products";
+const char* const kShellWhere =
+    "SELECT * FROM Products WHERE StockNo LIKE '%AB%' AND Cost1 > 5 ORDER BY Category, StockNo";
+
+constexpr int kRuns = 3;
+constexpr int kFinds = 10000;
+
+// A small fixed-seed generator (splitmix64), so that every build makes the same catalogue.
+class Random {
+  public:
+    explicit Random(std::uint64_t seed) : state_(seed) {}
+    std::uint64_t next() {
+        std::uint64_t z = (state_ += 0x9e3779b97f4a7c15ULL);
+        z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9ULL;
+        z = (z ^ (z >> 27)) * 0x94d049bb133111ebULL;
+        return z ^ (z >> 31);
+    }
+    int below(int n) { return static_cast<int>(next() % static_cast<std::uint64_t>(n)); }
+    bool chance(int percent) { return below(100) < percent; }
+    template <class T, std::size_t N>
+    const T& pick(const T (&items)[N]) {
+        return items[below(static_cast<int>(N))];
+    }
+
+  private:
+    std::uint64_t state_;
+};
+
+const char* const kPrefixes[] = {"AB", "CD", "EF", "GH", "KT", "MR",  "PL", "ST",
+                                 "WX", "ZB", "QN", "LM", "RV", "TAB", "ABR"};
+const char* const kCategories[] = {"Beads",  "Findings",   "Wire",      "Tools",  "Stringing",
+                                   "Charms", "Pendants",   "Chain",     "Clasps", "Crystals",
+                                   "Glass",  "Seed Beads", "Gemstones", "Pearls", "Metal Beads",
+                                   "Cord",   "Storage",    "Books",     "Kits",   "Polymer Clay"};
+const char* const kSuppliers[] = {"Northwind Craft",  "Harbour Supply", "Bead Barn",
+                                  "Rio Wholesale",    "Pacific Import", "Lakeside Metals",
+                                  "Crystal Direct",   "Old Mill Tools", "Summit Trading",
+                                  "Blue Heron Goods", "Cedar & Co",     "Tri-State Findings"};
+const char* const kAdjectives[] = {"Round",   "Faceted", "Twisted", "Hammered", "Matte",
+                                   "Antique", "Bright",  "Smooth",  "Oval",     "Square",
+                                   "Fluted",  "Frosted", "Etched",  "Braided",  "Heavy",
+                                   "Fine",    "Small",   "Large",   "Mini",     "Classic"};
+const char* const kNouns[] = {"Bead",   "Spacer",  "Jump Ring", "Ear Wire", "Head Pin", "Eye Pin",
+                              "Toggle", "Lobster", "Crimp",     "Bail",     "Cone",     "End Cap",
+                              "Link",   "Charm",   "Pendant",   "Rondelle", "Bicone",   "Drop",
+                              "Chip",   "Nugget",  "Tube",      "Disc",     "Heart",    "Star",
+                              "Leaf",   "Cross",   "Bar",       "Hoop",     "Pliers",   "Cutter"};
+const char* const kMaterials[] = {"sterling silver",
+                                  "gold filled",
+                                  "copper",
+                                  "brass",
+                                  "niobium",
+                                  "glass",
+                                  "crystal",
+                                  "jade",
+                                  "onyx",
+                                  "hematite",
+                                  "pewter",
+                                  "bone",
+                                  "wood",
+                                  "shell",
+                                  "acrylic",
+                                  "steel"};
+const char* const kWords[] = {"with",    "a",      "polished", "finish",   "hole",     "size",
+                              "approx",  "ideal",  "for",      "earrings", "and",      "bracelets",
+                              "sold",    "by",     "the",      "strand",   "lead",     "free",
+                              "nickel",  "safe",   "hand",     "made",     "in",       "small",
+                              "batches", "colour", "may",      "vary",     "slightly", "from"};
+const char* const kPackaging[] = {"Each", "Pack of 6", "Pack of 12", "Box of 50",
+                                  "Pair", "Strand",    "Set",        "Bag of 100"};
+const char* const kShipping[] = {"UPS Ground", "USPS Priority", "FedEx", "Pickup", "Freight"};
+
+std::string sqlText(std::string_view s) {
+    std::string out = "'";
+    for (char c : s) {
+        if (c == '\'') out += '\'';
+        out += c;
+    }
+    return out + "'";
+}
+
+std::string money(double d) {
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.2f", d);
+    return buf;
+}
+
+double cents(double d) {
+    return static_cast<double>(static_cast<std::int64_t>(d * 100 + 0.5)) / 100;
+}
+
+std::string description(Random& r) {
+    const std::size_t target = 40 + static_cast<std::size_t>(r.below(81));  // 40..120
+    std::string d =
+        std::string(r.pick(kAdjectives)) + " " + r.pick(kMaterials) + " " + r.pick(kNouns);
+    while (d.size() < target)
+        d += std::string(" ") + r.pick(kWords);
+    d.resize(target - 1);
+    while (!d.empty() && d.back() == ' ')
+        d.pop_back();
+    return d + ".";
+}
+
+// One product's column values as SQL literals, in the order of kInsertColumns.
+const char* const kInsertColumns =
+    "Supplier,StockNo,ProdName,ProdDesc,PageNo,Packaging,Cost1,Cost2,Cost3,Cost4,Cost5,Retail,"
+    "Price,Weight,MinOrdW,MinOrdR,Picture,Category,OnSpecial,OutStock,Disco,Orderable,Inventory,"
+    "OnOrder,ReOrder,NoSold,Ship1,Ship2,Notes,Taxable";
+
+std::string productValues(Random& r, const std::string& stockNo) {
+    const double cost1 = (50 + r.below(8000)) / 100.0;  // 0.50 .. 80.49
+    std::vector<std::string> v;
+    v.reserve(30);
+    v.push_back(sqlText(r.pick(kSuppliers)));
+    v.push_back(sqlText(stockNo));
+    std::string name = std::string(r.pick(kAdjectives)) + " " + r.pick(kNouns);
+    if (r.chance(60)) name += " " + std::to_string(2 + r.below(18)) + "mm";
+    v.push_back(sqlText(name));
+    v.push_back(sqlText(description(r)));
+    v.push_back(sqlText(std::to_string(1 + r.below(480))));
+    v.push_back(sqlText(r.pick(kPackaging)));
+    v.push_back(money(cost1));
+    // Quantity breaks: fewer products have the deeper ones.
+    double tier = cost1;
+    for (int level = 2; level <= 5; ++level) {
+        if (r.chance(110 - 20 * level)) {
+            tier = cents(tier * 0.95);
+            v.push_back(money(tier));
+        } else {
+            v.push_back("NULL");
+        }
+    }
+    const double retail = cents(cost1 * (18 + r.below(12)) / 10.0);
+    v.push_back(money(retail));
+    v.push_back(r.chance(80) ? money(retail) : "NULL");
+    v.push_back(sqlText(std::to_string(1 + r.below(400)) + " g"));
+    v.push_back(sqlText(std::to_string(1 + r.below(3) * 5)));
+    v.push_back(sqlText(std::to_string(1 + r.below(2))));
+    v.push_back(r.chance(70) ? sqlText("pictures\\" + stockNo + ".jpg") : "NULL");
+    v.push_back(sqlText(r.pick(kCategories)));
+    v.push_back(r.chance(10) ? "-1" : "0");
+    v.push_back(r.chance(10) ? sqlText("2-3 weeks") : "NULL");
+    v.push_back(r.chance(5) ? "-1" : "0");
+    v.push_back(r.chance(85) ? "-1" : "0");
+    v.push_back(std::to_string(r.below(251)));
+    v.push_back(r.chance(20) ? std::to_string(1 + r.below(50)) : "0");
+    v.push_back(r.chance(60) ? sqlText(std::to_string(5 + r.below(20))) : "NULL");
+    v.push_back(std::to_string(r.below(1001)));
+    v.push_back(sqlText(r.pick(kShipping)));
+    v.push_back(r.chance(30) ? sqlText(r.pick(kShipping)) : "NULL");
+    v.push_back(r.chance(5) ? sqlText("Ask supplier about the " + std::string(r.pick(kMaterials)) +
+                                      " version.")
+                            : "NULL");
+    v.push_back(r.chance(90) ? "-1" : "0");
+    std::string row = "(";
+    for (std::size_t i = 0; i < v.size(); ++i)
+        row += (i ? "," : "") + v[i];
+    return row + ")";
+}
+
+// Builds the catalogue and fills Products in one transaction; returns the stock numbers.
+std::vector<std::string> generateCatalogue(const std::string& path, const std::string& appDir,
+                                           int rows) {
+    buildCatalogue(path, appDir, {SCHEMA_SQL});
+    Random r(20040117);
+    // Unique numbers in a scrambled order, each behind one of a few prefixes.
+    std::vector<int> numbers(rows);
+    std::iota(numbers.begin(), numbers.end(), 1);
+    for (int i = rows - 1; i > 0; --i)
+        std::swap(numbers[i], numbers[r.below(i + 1)]);
+    std::vector<std::string> stockNos;
+    stockNos.reserve(rows);
+    for (int i = 0; i < rows; ++i) {
+        char buf[16];
+        std::snprintf(buf, sizeof buf, "%06d", numbers[i]);
+        stockNos.push_back(std::string(r.pick(kPrefixes)) + "-" + buf);
+    }
+    auto file = SqliteFile::open(path);
+    file->execScript("BEGIN");
+    constexpr int kBatch = 1000;
+    for (int start = 0; start < rows; start += kBatch) {
+        std::string sql = std::string("INSERT INTO Products (") + kInsertColumns + ") VALUES ";
+        for (int i = start; i < std::min(rows, start + kBatch); ++i)
+            sql += (i > start ? "," : "") + productValues(r, stockNos[i]);
+        file->execScript(sql + ";");
+    }
+    file->execScript("COMMIT");
+    return stockNos;
+}
+
+// The stored size of every cell of Products: the bytes of a text, 8 for a number, 0 for Null.
+struct RawSize {
+    std::int64_t total = 0;
+    std::int64_t text = 0;
+    std::int64_t cells = 0;
+    std::int64_t nulls = 0;
+};
+
+RawSize rawSize(SqliteFile& file) {
+    std::string total, text, nulls;
+    auto columns = file.tableColumns("Products");
+    for (const auto& c : columns) {
+        const std::string q = quoteName(c.name);
+        total += (total.empty() ? "" : "+") +
+                 ("CASE WHEN " + q + " IS NULL THEN 0 WHEN typeof(" + q +
+                  ") IN ('integer','real') THEN 8 ELSE length(CAST(" + q + " AS BLOB)) END");
+        text +=
+            (text.empty() ? "" : "+") +
+            ("CASE WHEN typeof(" + q + ")='text' THEN length(CAST(" + q + " AS BLOB)) ELSE 0 END");
+        nulls += (nulls.empty() ? "" : "+") + ("(" + q + " IS NULL)");
+    }
+    RawSize s;
+    s.total = file.firstColumn("SELECT sum(" + total + ") FROM Products")[0].i;
+    s.text = file.firstColumn("SELECT sum(" + text + ") FROM Products")[0].i;
+    s.nulls = file.firstColumn("SELECT sum(" + nulls + ") FROM Products")[0].i;
+    s.cells = file.firstColumn("SELECT count(*) FROM Products")[0].i *
+              static_cast<std::int64_t>(columns.size());
+    return s;
+}
+
+struct Row {
+    std::string what;
+    std::string measured;
+    std::string detail;
+    std::string target;
+    std::string verdict;
+};
+
+std::string fixed(double v, int decimals = 1) {
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "%.*f", decimals, v);
+    return buf;
+}
+
+std::string ms(double v) {
+    return fixed(v, v < 10 ? 2 : 1) + " ms";
+}
+std::string mib(double bytes) {
+    return fixed(bytes / (1024.0 * 1024.0), 1) + " MiB";
+}
+std::string verdict(bool met) {
+    return met ? "met" : "MISSED";
+}
+
+double currentRssMiB() {
+    std::ifstream statm("/proc/self/statm");
+    long pages = 0, resident = 0;
+    statm >> pages >> resident;
+    return resident * 4096.0 / (1024.0 * 1024.0);
+}
+
+std::string shellQuote(const std::string& s) {
+    std::string out = "'";
+    for (char c : s) {
+        if (c == '\'')
+            out += "'\\''";
+        else
+            out += c;
+    }
+    return out + "'";
+}
+
+bool haveShell() {
+    return std::system("sqlite3 -version > /dev/null 2>&1") == 0;
+}
+
+// One run of the sqlite3 shell; -1 when it failed.
+double shellRun(const std::string& path, const std::string& sql) {
+    const std::string command = "sqlite3 " + shellQuote(path) + " \"" + sql + "\" > /dev/null";
+    auto t0 = Clock::now();
+    int rc = std::system(command.c_str());
+    auto t1 = Clock::now();
+    return rc == 0 ? msBetween(t0, t1) : -1;
+}
+
+template <class F>
+double bestOf(int runs, F&& once) {
+    double best = 1e300;
+    for (int i = 0; i < runs; ++i)
+        best = std::min(best, once());
+    return best;
+}
+
+void check(bool ok, const std::string& what) {
+    if (!ok) throw std::runtime_error("check failed: " + what);
+}
+
+int run(const std::string& folder, int rows) {
+    std::filesystem::create_directories(folder);
+    const std::string path = (std::filesystem::path(folder) / "bench.mde").string();
+    std::vector<Row> table;
+    std::cout << "store-bench: " << rows << " products in " << path << "\n" << std::flush;
+
+    // 1. The catalogue.
+    auto g0 = Clock::now();
+    const std::vector<std::string> stockNos = generateCatalogue(path, folder + "/", rows);
+    auto g1 = Clock::now();
+    RawSize raw;
+    {
+        auto file = SqliteFile::open(path);
+        raw = rawSize(*file);
+    }
+    const double fileBytes = static_cast<double>(std::filesystem::file_size(path));
+    table.push_back({"generate catalogue (one transaction)", ms(msBetween(g0, g1)),
+                     "file " + mib(fileBytes) + ", raw data " + mib(raw.total) + " (text " +
+                         mib(raw.text) + ", " + std::to_string(raw.nulls) + " of " +
+                         std::to_string(raw.cells) + " cells Null)",
+                     "", ""});
+
+    // 2a. Opening the two product record sets on one connection.
+    auto conn = CreateConnection();
+    conn->Open(connectionText(path));
+    std::unique_ptr<Recordset> rsA, rsB;
+    double bestA = 1e300, bestB = 1e300, bestBoth = 1e300;
+    for (int i = 0; i < kRuns; ++i) {
+        rsA.reset();
+        rsB.reset();
+        auto a = CreateRecordset();
+        auto b = CreateRecordset();
+        auto t0 = Clock::now();
+        a->Open(kStatementA, *conn);
+        auto t1 = Clock::now();
+        b->Open(kStatementB, *conn);
+        auto t2 = Clock::now();
+        bestA = std::min(bestA, msBetween(t0, t1));
+        bestB = std::min(bestB, msBetween(t1, t2));
+        bestBoth = std::min(bestBoth, msBetween(t0, t2));
+        rsA = std::move(a);
+        rsB = std::move(b);
+    }
+    check(rsA->RecordCount() == rows && rsB->RecordCount() == rows, "record counts");
+    const double memA = static_cast<double>(dynamic_cast<SqliteRecordset&>(*rsA).memoryBytes());
+    const double memB = static_cast<double>(dynamic_cast<SqliteRecordset&>(*rsB).memoryBytes());
+    const double rssOpen = currentRssMiB();
+    table.push_back({"open statement A", ms(bestA),
+                     "memory " + mib(memA) + " = " + fixed(memA / raw.total, 2) + " x raw", "",
+                     ""});
+    table.push_back({"open statement B", ms(bestB),
+                     "memory " + mib(memB) + " = " + fixed(memB / raw.total, 2) + " x raw", "",
+                     ""});
+
+    // 2b. The sqlite3 shell doing the same reads.
+    const bool shell = haveShell();
+    double shellTwo = -1, shellWhere = -1, shellStart = -1;
+    if (shell) {
+        shellStart = bestOf(kRuns, [&] { return shellRun(path, "SELECT 1"); });
+        shellTwo = bestOf(kRuns, [&] {
+            return shellRun(path, kShellSelectAll) + shellRun(path, kShellSelectAll);
+        });
+        shellWhere = bestOf(kRuns, [&] { return shellRun(path, kShellWhere); });
+    }
+    table.push_back({"open A + B (both sets)", ms(bestBoth),
+                     shell ? "shell: 2 x SELECT * " + ms(shellTwo) + ", ours/shell " +
+                                 fixed(bestBoth / shellTwo, 2)
+                           : "sqlite3 shell not found",
+                     "ours/shell <= 1.0", shell ? verdict(bestBoth <= shellTwo) : "n/a"});
+
+    // 2c. Filter with a like and an and, then sort, on the rows already in memory.
+    double bestFilter = 1e300, bestSortAfter = 1e300, bestTogether = 1e300;
+    long filtered = 0;
+    for (int i = 0; i < kRuns; ++i) {
+        rsA->SetFilter("");
+        rsA->SetSort("");
+        auto t0 = Clock::now();
+        rsA->SetFilter(kFilter);
+        auto t1 = Clock::now();
+        rsA->SetSort(kFilterSort);
+        auto t2 = Clock::now();
+        bestFilter = std::min(bestFilter, msBetween(t0, t1));
+        bestSortAfter = std::min(bestSortAfter, msBetween(t1, t2));
+        bestTogether = std::min(bestTogether, msBetween(t0, t2));
+        filtered = rsA->RecordCount();
+    }
+    {
+        auto file = SqliteFile::open(path);
+        auto n = file->firstColumn(
+                         "SELECT count(*) FROM Products WHERE StockNo LIKE '%AB%' AND Cost1 > 5")[0]
+                     .i;
+        check(n == filtered,
+              "filtered count " + std::to_string(filtered) + " vs " + std::to_string(n));
+    }
+    table.push_back({"SetFilter like + and", ms(bestFilter),
+                     std::to_string(filtered) + " of " + std::to_string(rows) + " rows", "", ""});
+    table.push_back({"SetSort Category, StockNo (filtered)", ms(bestSortAfter),
+                     "re-applies the filter, then sorts", "", ""});
+    table.push_back({"filter + sort together", ms(bestTogether),
+                     shell ? "shell where + order by " + ms(shellWhere) + ", ours/shell " +
+                                 fixed(bestTogether / shellWhere, 3)
+                           : "sqlite3 shell not found",
+                     "ours/shell <= 0.5",
+                     shell ? verdict(bestTogether <= 0.5 * shellWhere) : "n/a"});
+
+    // 2d. A sort on two columns alone.
+    rsA->SetFilter("");
+    const double bestSort = bestOf(kRuns, [&] {
+        rsA->SetSort("");
+        auto t0 = Clock::now();
+        rsA->SetSort(kTwoColumnSort);
+        return msBetween(t0, Clock::now());
+    });
+    table.push_back({"SetSort Category, PageNo Desc", ms(bestSort),
+                     std::to_string(rsA->RecordCount()) + " rows", "", ""});
+    rsA->SetSort("");
+
+    // 2e. Finds by stock number on the record set, each from the first row.
+    Random pickR(99);
+    std::vector<std::string> wanted, criteria;
+    for (int i = 0; i < kFinds; ++i) {
+        wanted.push_back(stockNos[pickR.below(rows)]);
+        criteria.push_back("[StockNo] = '" + wanted.back() + "'");
+    }
+    const int stockField = rsA->FieldIndex("StockNo");
+    double findCold = 0, findBest = 1e300, bothBest = 1e300;
+    for (int runNo = 0; runNo < kRuns; ++runNo) {
+        double finds = 0, both = 0;
+        for (int i = 0; i < kFinds; ++i) {
+            auto t0 = Clock::now();
+            rsA->SetAbsolutePosition(1);
+            auto t1 = Clock::now();
+            rsA->Find(criteria[i]);
+            auto t2 = Clock::now();
+            finds += msBetween(t1, t2);
+            both += msBetween(t0, t2);
+            check(!rsA->Eof() && rsA->Fields(stockField).Value().Str() == wanted[i], "find");
+        }
+        if (runNo == 0) findCold = finds;
+        findBest = std::min(findBest, finds);
+        bothBest = std::min(bothBest, both);
+    }
+    table.push_back({"10,000 Find [StockNo] = 'X'", ms(findBest),
+                     "first run (builds the index) " + ms(findCold) +
+                         "; with SetAbsolutePosition(1) " + ms(bothBest),
+                     "< 10 ms", verdict(findBest < 10 && findCold < 10)});
+
+    // 2f. FindFirst on a data control over the Products table.
+    auto dc = CreateDataControl();
+    dc->SetDatabaseName(path);
+    dc->SetRecordSource("Products");
+    auto r0 = Clock::now();
+    dc->Refresh();
+    const double refreshMs = msBetween(r0, Clock::now());
+    DaoRecordset& dao = dc->Recordset();
+    check(dao.RecordCount() == rows, "data control count");
+    std::vector<std::string> daoCriteria;
+    for (const auto& s : wanted)
+        daoCriteria.push_back("[StockNo]='" + s + "'");
+    const int daoStockField = dao.FieldIndex("StockNo");
+    double daoCold = 0, daoBest = 1e300;
+    for (int runNo = 0; runNo < kRuns; ++runNo) {
+        double finds = 0;
+        for (int i = 0; i < kFinds; ++i) {
+            auto t0 = Clock::now();
+            dao.FindFirst(daoCriteria[i]);
+            finds += msBetween(t0, Clock::now());
+            check(!dao.NoMatch() && dao.GetValue(daoStockField).Str() == wanted[i], "FindFirst");
+        }
+        if (runNo == 0) daoCold = finds;
+        daoBest = std::min(daoBest, finds);
+    }
+    table.push_back({"data control Refresh (Products)", ms(refreshMs), "", "", ""});
+    table.push_back({"10,000 FindFirst [StockNo]='X'", ms(daoBest),
+                     "first run (builds the index) " + ms(daoCold), "< 10 ms",
+                     verdict(daoBest < 10 && daoCold < 10)});
+
+    // 2g. One durable write per row: set Notes, and the move saves the row.
+    rsA->MoveFirst();
+    long written = 0;
+    auto u0 = Clock::now();
+    while (!rsA->Eof()) {
+        rsA->Fields("Notes").SetValue(Variant("bench note " + std::to_string(written)));
+        rsA->MoveNext();
+        ++written;
+    }
+    const double updateMs = msBetween(u0, Clock::now());
+    {
+        auto file = SqliteFile::open(path);
+        auto n =
+            file->firstColumn("SELECT count(*) FROM Products WHERE Notes LIKE 'bench note %'")[0].i;
+        check(n == written, "written rows");
+    }
+    table.push_back({"100,000 single-row updates", ms(updateMs),
+                     fixed(updateMs * 1000.0 / static_cast<double>(written), 1) + " us a row, " +
+                         fixed(static_cast<double>(written) / (updateMs / 1000.0), 0) + " rows/s",
+                     "", ""});
+
+    // The table.
+    std::size_t w0 = 0, w1 = 0, w2 = 0, w3 = 0;
+    for (const auto& r : table) {
+        w0 = std::max(w0, r.what.size());
+        w1 = std::max(w1, r.measured.size());
+        w2 = std::max(w2, r.detail.size());
+        w3 = std::max(w3, r.target.size());
+    }
+    auto pad = [](const std::string& s, std::size_t w) {
+        return s + std::string(w - s.size(), ' ');
+    };
+    std::cout << "\n";
+    for (const auto& r : table)
+        std::cout << pad(r.what, w0) << "  " << pad(r.measured, w1) << "  " << pad(r.detail, w2)
+                  << "  " << pad(r.target, w3) << "  " << r.verdict << "\n";
+    if (shell) std::cout << "\nsqlite3 shell start alone (SELECT 1): " << ms(shellStart) << "\n";
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    std::cout << "RSS with both sets open: " << fixed(rssOpen) << " MiB\n"
+              << "peak RSS: " << fixed(usage.ru_maxrss / 1024.0) << " MiB\n";
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::string folder =
+        argc > 1 ? argv[1] : (std::filesystem::temp_directory_path() / "store-bench").string();
+    int rows = argc > 2 ? std::atoi(argv[2]) : 100000;
+    if (rows < 1) {
+        std::cerr << "usage: store-bench [OUTPUT_FOLDER] [ROWS]\n";
+        return 2;
+    }
+    try {
+        return run(folder, rows);
+    } catch (const VbError& e) {
+        std::cerr << "store-bench: error " << e.Number() << ": " << e.what() << "\n";
+    } catch (const std::exception& e) {
+        std::cerr << "store-bench: " << e.what() << "\n";
+    }
+    return 1;
+}
