@@ -237,8 +237,10 @@ std::vector<std::string> generateCatalogue(const std::string& path, const std::s
     constexpr int kBatch = 1000;
     for (int start = 0; start < rows; start += kBatch) {
         std::string sql = std::string("INSERT INTO Products (") + kInsertColumns + ") VALUES ";
-        for (int i = start; i < std::min(rows, start + kBatch); ++i)
-            sql += (i > start ? "," : "") + productValues(r, stockNos[i]);
+        for (int i = start; i < std::min(rows, start + kBatch); ++i) {
+            if (i > start) sql += ',';
+            sql += productValues(r, stockNos[i]);
+        }
         file->execScript(sql + ";");
     }
     file->execScript("COMMIT");
@@ -258,13 +260,16 @@ RawSize rawSize(SqliteFile& file) {
     auto columns = file.tableColumns("Products");
     for (const auto& c : columns) {
         const std::string q = quoteName(c.name);
-        total += (total.empty() ? "" : "+") +
-                 ("CASE WHEN " + q + " IS NULL THEN 0 WHEN typeof(" + q +
-                  ") IN ('integer','real') THEN 8 ELSE length(CAST(" + q + " AS BLOB)) END");
+        if (!total.empty()) {
+            total += '+';
+            text += '+';
+            nulls += '+';
+        }
+        total += "CASE WHEN " + q + " IS NULL THEN 0 WHEN typeof(" + q +
+                 ") IN ('integer','real') THEN 8 ELSE length(CAST(" + q + " AS BLOB)) END";
         text +=
-            (text.empty() ? "" : "+") +
-            ("CASE WHEN typeof(" + q + ")='text' THEN length(CAST(" + q + " AS BLOB)) ELSE 0 END");
-        nulls += (nulls.empty() ? "" : "+") + ("(" + q + " IS NULL)");
+            "CASE WHEN typeof(" + q + ")='text' THEN length(CAST(" + q + " AS BLOB)) ELSE 0 END";
+        nulls += "(" + q + " IS NULL)";
     }
     RawSize s;
     s.total = file.firstColumn("SELECT sum(" + total + ") FROM Products")[0].i;

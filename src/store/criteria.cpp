@@ -1,6 +1,7 @@
 #include "store/criteria.h"
 
 #include <cctype>
+#include <optional>
 
 #include "base/convert.h"
 #include "base/dates.h"
@@ -124,7 +125,8 @@ struct Criteria::Node {
     int otherColumn = -1;
     Variant value;
     double number = 0;      // the value as a number, for number columns
-    std::string folded;     // the value as folded text, for text columns and like
+    std::string folded;     // the value as folded text, for text columns
+    std::optional<LikePattern> like;
     bool constant = false;  // Constant: the comparison's fixed result
 };
 
@@ -336,7 +338,15 @@ private:
         }
         node.value = value;
         ColumnKind kind = table_.column(node.column).kind;
-        if (node.op == Op::Like || !isNumberColumn(kind)) {
+        if (node.op == Op::Like) {
+            try {
+                node.like.emplace(CStr(value));
+            } catch (const VbError&) {
+                throw VbError(vberr::BadArguments);
+            }
+            return;
+        }
+        if (!isNumberColumn(kind)) {
             node.folded = foldCase(CStr(value));
             return;
         }
@@ -390,9 +400,8 @@ bool evaluate(const Node& n, const RowTable& t, int row) {
         return holds(n.op, compareCells(t, row, n.column, n.otherColumn));
     }
     if (n.op == Op::Like) {
-        ColumnKind kind = t.column(n.column).kind;
-        if (kind == ColumnKind::Text) return likeMatch(t.text(row, n.column), n.folded);
-        return likeMatch(CStr(t.get(row, n.column)), n.folded);
+        if (t.column(n.column).kind == ColumnKind::Text) return n.like->matches(t.text(row, n.column));
+        return n.like->matches(CStr(t.get(row, n.column)));
     }
     if (isNumberColumn(t.column(n.column).kind)) {
         double x = t.number(row, n.column);
