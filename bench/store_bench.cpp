@@ -171,7 +171,11 @@ std::string productValues(Random& r, const std::string& stockNo) {
     v.push_back(sqlText(r.pick(kSuppliers)));
     v.push_back(sqlText(stockNo));
     std::string name = std::string(r.pick(kAdjectives)) + " " + r.pick(kNouns);
-    if (r.chance(60)) name += " " + std::to_string(2 + r.below(18)) + "mm";
+    if (r.chance(60)) {
+        name += ' ';
+        name += std::to_string(2 + r.below(18));
+        name += "mm";
+    }
     v.push_back(sqlText(name));
     v.push_back(sqlText(description(r)));
     v.push_back(sqlText(std::to_string(1 + r.below(480))));

@@ -17,6 +17,10 @@ struct ErrState {
 };
 ErrState& Err();
 
+// Thrown by the program's End: it unwinds every procedure at once, past every Trap, to the
+// program's entry.
+struct ProgramEnded {};
+
 // Runs the statements of one procedure so that a failing statement never aborts it.
 // A report-and-resume procedure hands each trapped fault to its reporter with the
 // procedure's tag and goes on with the next statement; an ignoring procedure passes
@@ -38,6 +42,8 @@ public:
         try {
             statement();
             return true;
+        } catch (const ProgramEnded&) {
+            throw;
         } catch (const VbError& e) {
             fault(e.Number(), e.Description());
         } catch (const std::exception& e) {

@@ -2,6 +2,10 @@
 
 #include <string>
 
+class Form;
+class Control;
+class Pane;
+
 // Message box styles and answers, with the classic values.
 namespace vb {
 inline constexpr int vbOKOnly = 0;
@@ -23,8 +27,26 @@ inline constexpr int vbIgnore = 5;
 inline constexpr int vbYes = 6;
 inline constexpr int vbNo = 7;
 
+inline constexpr int vbModal = 1;
+inline constexpr int vbDefault = 0;
+inline constexpr int vbHourglass = 11;
+
 inline constexpr const char* vbCrLf = "\r\n";
 }  // namespace vb
+
+// The common dialog `dlgCommonDialog`: what the program sets before showing it and what it
+// reads afterwards.
+struct CommonDialog {
+    std::string FileName, Filter, InitDir, DialogTitle, DefaultExt;
+    int FilterIndex = 1;
+    int Flags = 0;
+    bool CancelError = false;
+    // Font and colour.
+    std::string FontName = "MS Sans Serif";
+    double FontSize = 8;
+    bool FontBold = false, FontItalic = false, FontUnderline = false, FontStrikethru = false;
+    long Color = 0;
+};
 
 // What the program asks of the screen: the desktop answers with real dialogs, a scripted
 // run with the script's answers.
@@ -33,9 +55,31 @@ public:
     virtual ~Ui() = default;
     // Shows a message box; returns the button chosen. An empty title means none.
     virtual int MsgBox(const std::string& prompt, int buttons, const std::string& title) = 0;
+    // "" when cancelled.
+    virtual std::string InputBox(const std::string& prompt, const std::string& title,
+                                 const std::string& defaultText) = 0;
+    // Each returns false when the user cancelled; the dialog's fields hold the answer.
+    virtual bool ShowOpen(CommonDialog& dialog) = 0;
+    virtual bool ShowSave(CommonDialog& dialog) = 0;
+    virtual bool ShowFont(CommonDialog& dialog) = 0;
+    virtual bool ShowColor(CommonDialog& dialog) = 0;
+    // Shows the items of a menu control's array as a popup; the chosen item, or nullptr.
+    virtual Control* PopupMenu(Form& form, const std::string& menuName) = 0;
+    // The HTML pane that stands in the form's control of that name (`Wb1`).
+    virtual Pane& PaneFor(Form& form, const std::string& controlName) = 0;
+    // Hands a document or program to the desktop's opener.
+    virtual void RunDocument(const std::string& path) = 0;
+    virtual void MousePointerChanged(int /*pointer*/) {}
+    // A form was shown or hidden: the desktop opens or closes its window.
+    virtual void FormShown(Form& /*form*/, bool /*modal*/) {}
+    virtual void FormHidden(Form& /*form*/) {}
+    // Paint and let queued events through.
+    virtual void LetEventsRun() = 0;
+    // One pass of a wait for the user: the next user action happens inside it.
+    virtual void WaitForUser() = 0;
 };
 
-// The Ui of the running program; nothing is shown until one is set.
+// The Ui of the running program; message boxes go nowhere until one is set.
 Ui* theUi();
 void setUi(Ui* ui);
 

@@ -6,23 +6,9 @@
 
 #include "forms/ui.h"
 #include "records/store.h"
+#include "recording_ui.h"
 
 namespace {
-
-struct Box {
-    std::string prompt;
-    int buttons;
-    std::string title;
-};
-
-// Records the message boxes the reporter shows.
-struct RecordingUi : Ui {
-    std::vector<Box> boxes;
-    int MsgBox(const std::string& prompt, int buttons, const std::string& title) override {
-        boxes.push_back({prompt, buttons, title});
-        return vb::vbOK;
-    }
-};
 
 struct Reporter : ::testing::Test {
     RecordingUi ui;

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/variant.h"
+
+class Form;
+class Control;
+
+enum class ControlKind {
+    Label,
+    TextBox,
+    CheckBox,
+    OptionButton,
+    CommandButton,
+    Frame,
+    ListBox,
+    ComboBox,
+    Slider,
+    DataGrid,
+    DriveList,
+    DirList,
+    FileList,
+    Menu,
+    Browser,
+    Image,
+    DataControl,
+};
+
+// What an event hands its procedure.
+struct EventArgs {
+    int Index = -1;     // the control's index in its array, -1 for a single control
+    int KeyCode = 0;    // KeyDown, KeyUp
+    int KeyAscii = 0;   // KeyPress
+    int Shift = 0;      // 1 shift, 2 ctrl, 4 alt
+    int Button = 0;     // 1 left, 2 right
+    float X = 0, Y = 0;
+    Control* Source = nullptr;  // DragDrop
+    int Cancel = 0;
+};
+
+// Case-insensitive ordering for property names.
+struct NoCase {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const;
+};
+
+// A control model: the classic properties, readable and writable by name. A write
+// notifies the form's observers (the desktop host) and fires the event that the same write
+// fires in the classic toolkit: Text -> Change, ListIndex -> Click, a check box's or an
+// option button's Value -> Click.
+class Control {
+public:
+    Control(Form& form, std::string name, ControlKind kind, int index);
+
+    Form& Parent() const { return form_; }
+    const std::string& Name() const { return name_; }
+    int Index() const { return index_; }
+    ControlKind Kind() const { return kind_; }
+    // "txtFields(27)" or "cmdNext".
+    std::string Path() const;
+
+    bool HasProperty(std::string_view name) const;
+    // 438 for a property the control does not have.
+    Variant Property(std::string_view name) const;
+    void SetProperty(std::string_view name, const Variant& value);
+
+    // The common properties, typed.
+    std::string Caption() const;
+    void SetCaption(const std::string& s) { SetProperty("Caption", Variant(s)); }
+    std::string Text() const;
+    void SetText(const std::string& s) { SetProperty("Text", Variant(s)); }
+    Variant Value() const { return Property("Value"); }
+    void SetValue(const Variant& v) { SetProperty("Value", v); }
+    bool Visible() const;
+    void SetVisible(bool b) { SetProperty("Visible", Variant(b)); }
+    bool Enabled() const;
+    void SetEnabled(bool b) { SetProperty("Enabled", Variant(b)); }
+    double Num(std::string_view name) const;  // Left, Top, Width, Height, Max ...
+    void SetNum(std::string_view name, double v) { SetProperty(name, Variant::Double(v)); }
+
+    // List and combo boxes.
+    int ListCount() const { return static_cast<int>(items_.size()); }
+    std::string List(int i) const;  // "" out of range
+    void SetList(int i, const std::string& text);
+    void AddItem(const std::string& text, int at = -1);
+    void RemoveItem(int i);
+    void Clear();
+    bool Selected(int i) const;
+    void SetSelected(int i, bool on);
+    int ListIndex() const { return static_cast<int>(Num("ListIndex")); }
+    void SetListIndex(int i) { SetProperty("ListIndex", Variant(i)); }
+
+    // Runs this control's procedure for an event, if the form has one.
+    void Raise(std::string_view event);
+    void Raise(std::string_view event, EventArgs& args);
+
+    // The record set a data grid shows; its current row is the grid's row.
+    class Recordset* DataSource() const { return dataSource_; }
+    void SetDataSource(class Recordset* rs) { dataSource_ = rs; }
+
+    // Front (0) or back (1) of its siblings; kept as the property "ZOrder".
+    void ZOrder(int position) { SetProperty("ZOrder", Variant(position)); }
+
+private:
+    void notify(std::string_view name);
+
+    Form& form_;
+    std::string name_;
+    ControlKind kind_;
+    int index_;
+    std::map<std::string, Variant, NoCase> props_;
+    std::vector<std::string> items_;
+    std::vector<bool> selected_;
+    class Recordset* dataSource_ = nullptr;
+};

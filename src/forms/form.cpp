@@ -1,0 +1,83 @@
+#include "forms/form.h"
+
+#include "base/convert.h"
+#include "base/vb_error.h"
+
+namespace {
+constexpr int NoSuchControl = 340;
+
+std::string handlerKey(std::string_view control, std::string_view event) {
+    return std::string(control) + "_" + std::string(event);
+}
+}  // namespace
+
+Form::Form(std::string name) : name_(std::move(name)) {
+    props_["Caption"] = Variant("");
+    props_["Visible"] = Variant(false);
+    props_["Enabled"] = Variant(true);
+    props_["KeyPreview"] = Variant(false);
+    props_["WindowState"] = Variant(0);
+    for (const char* n : {"Left", "Top", "Width", "Height"}) props_[n] = Variant::Double(0);
+}
+
+Form::~Form() = default;
+
+Control& Form::Add(const std::string& name, ControlKind kind, int index) {
+    controls_.push_back(std::make_unique<Control>(*this, name, kind, index));
+    return *controls_.back();
+}
+
+Control* Form::Find(std::string_view name, int index) const {
+    for (const auto& c : controls_)
+        if (c->Index() == index && !NoCase{}(c->Name(), name) && !NoCase{}(name, c->Name()))
+            return c.get();
+    return nullptr;
+}
+
+Control& Form::operator()(std::string_view name, int index) const {
+    Control* c = Find(name, index);
+    if (!c) {
+        std::string what = std::string(name) + (index >= 0 ? "(" + std::to_string(index) + ")" : "");
+        throw VbError(NoSuchControl, "no control " + name_ + "." + what);
+    }
+    return *c;
+}
+
+void Form::On(std::string_view control, std::string_view event, Handler handler) {
+    handlers_[handlerKey(control, event)] = std::move(handler);
+}
+
+bool Form::HasHandler(std::string_view control, std::string_view event) const {
+    return handlers_.count(handlerKey(control, event)) > 0;
+}
+
+void Form::RaiseEvent(Control& control, std::string_view event, EventArgs& args) {
+    auto it = handlers_.find(handlerKey(control.Name(), event));
+    if (it == handlers_.end()) return;
+    Handler handler = it->second;  // the procedure may replace its own entry
+    handler(args);
+}
+
+Variant Form::Property(std::string_view name) const {
+    auto it = props_.find(name);
+    if (it == props_.end()) throw VbError(438, "Object doesn't support this property or method");
+    return it->second;
+}
+
+void Form::SetProperty(std::string_view name, const Variant& value) {
+    auto it = props_.find(name);
+    if (it == props_.end()) throw VbError(438, "Object doesn't support this property or method");
+    if (it->second.IsString()) it->second = Variant(textOf(value));
+    else if (it->second.Type() == VarType::Boolean) it->second = Variant(CBool(value));
+    else it->second = value.IsNumberKind() ? value : Variant::Double(CDbl(value));
+    NotifyChanged(nullptr, it->first);
+}
+
+std::string Form::Caption() const { return textOf(Property("Caption")); }
+bool Form::Visible() const { return Property("Visible").BoolValue(); }
+int Form::WindowState() const { return static_cast<int>(CDbl(Property("WindowState"))); }
+double Form::Num(std::string_view name) const { return CDbl(Property(name)); }
+
+void Form::NotifyChanged(Control* control, std::string_view property) {
+    for (const auto& observer : observers_) observer(*this, control, property);
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/control.h"
+#include "forms/vars.h"
+
+// A form: a named set of controls, its event procedures and its own properties (Caption,
+// Visible, WindowState, Left, Top, Width, Height, Enabled, KeyPreview). The lifecycle
+// procedures are virtual; the Runtime calls them on Load, Show, Activate and Unload.
+class Form {
+public:
+    explicit Form(std::string name);
+    virtual ~Form();
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+
+    const std::string& Name() const { return name_; }
+
+    Control& Add(const std::string& name, ControlKind kind, int index = -1);
+    // 340 "no control" when the form has no such control or array element.
+    Control& operator()(std::string_view name, int index = -1) const;
+    Control* Find(std::string_view name, int index = -1) const;
+    const std::vector<std::unique_ptr<Control>>& Controls() const { return controls_; }
+
+    using Handler = std::function<void(EventArgs&)>;
+    // The procedure of a control's event ("cmdNext", "Click"); arrays share one procedure.
+    void On(std::string_view control, std::string_view event, Handler handler);
+    bool HasHandler(std::string_view control, std::string_view event) const;
+    void RaiseEvent(Control& control, std::string_view event, EventArgs& args);
+
+    Variant Property(std::string_view name) const;
+    void SetProperty(std::string_view name, const Variant& value);
+    std::string Caption() const;
+    void SetCaption(const std::string& s) { SetProperty("Caption", Variant(s)); }
+    bool Visible() const;
+    int WindowState() const;
+    double Num(std::string_view name) const;
+    void SetNum(std::string_view name, double v) { SetProperty(name, Variant::Double(v)); }
+
+    virtual void Form_Load() {}
+    virtual void Form_Activate() {}
+    virtual void Form_QueryUnload(int& /*Cancel*/, int /*UnloadMode*/) {}
+    virtual void Form_Unload(int& /*Cancel*/) {}
+    // The form's own key procedures; with KeyPreview they see keys before the control.
+    virtual void Form_KeyDown(int& /*KeyCode*/, int /*Shift*/) {}
+    virtual void Form_KeyPress(int& /*KeyAscii*/) {}
+    bool KeyPreview() const { return Property("KeyPreview").BoolValue(); }
+
+    bool IsLoaded() const { return loaded_; }
+    void SetLoaded(bool loaded) { loaded_ = loaded; }
+
+    // Variables of the form that the program's documents name.
+    VarTable& Vars() { return vars_; }
+    const VarTable& Vars() const { return vars_; }
+
+    // Told of every property write: the control, or nullptr for the form itself.
+    using Observer = std::function<void(Form&, Control*, std::string_view property)>;
+    void Observe(Observer observer) { observers_.push_back(std::move(observer)); }
+    void NotifyChanged(Control* control, std::string_view property);
+
+private:
+    std::string name_;
+    std::vector<std::unique_ptr<Control>> controls_;
+    std::map<std::string, Handler, NoCase> handlers_;
+    std::map<std::string, Variant, NoCase> props_;
+    std::vector<Observer> observers_;
+    VarTable vars_;
+    bool loaded_ = false;
+};

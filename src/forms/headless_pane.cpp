@@ -1,0 +1,60 @@
+#include "forms/headless_pane.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "base/strings.h"
+#include "base/vb_error.h"
+
+std::string HeadlessPane::localPath(const std::string& url) {
+    if (UCase(Left(url, 7)) == "FILE://") return url.substr(7);
+    if (!url.empty() && url[0] == '/') return url;
+    return {};
+}
+
+void HeadlessPane::Navigate2(const std::string& url) {
+    bool cancel = false;
+    if (BeforeNavigate2) BeforeNavigate2(url, cancel);
+    if (cancel) return;
+    if (CommandStateChange) CommandStateChange();
+    load(url);
+}
+
+void HeadlessPane::load(const std::string& url) {
+    std::string path = localPath(url);
+    if (!path.empty()) {
+        std::error_code ec;
+        if (!std::filesystem::is_regular_file(path, ec)) {
+            if (NavigateError) NavigateError(url);
+            return;
+        }
+        std::ifstream in(path, std::ios::binary);
+        std::ostringstream text;
+        text << in.rdbuf();
+        document_ = text.str();
+    } else {
+        document_.clear();
+    }
+    history_.push_back({url});
+    if (NavigateComplete2) NavigateComplete2(url);
+}
+
+void HeadlessPane::GoBack() {
+    // 5, as the browser fails, when there is nothing to go back to.
+    if (history_.size() < 2) throw VbError(vberr::InvalidProcedureCall, "Unspecified error");
+    history_.pop_back();
+    std::string url = history_.back().url;
+    history_.pop_back();
+    load(url);
+}
+
+void HeadlessPane::Refresh2() {
+    // The reloaded page is an entry of its own, so going back returns to the page before.
+    history_.push_back({LocationURL()});
+    document_.clear();
+}
+
+void HeadlessPane::Write(const std::string& html) { document_ += html; }
+
+std::string HeadlessPane::LocationURL() const { return history_.empty() ? std::string() : history_.back().url; }

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <map>
+#include <memory>
+
+#include "forms/headless_pane.h"
+#include "forms/ui.h"
+
+// A Ui for unit tests: it records what the program shows and answers every dialog with
+// its preset answer.
+struct RecordingUi : Ui {
+    struct Box {
+        std::string prompt;
+        int buttons;
+        std::string title;
+    };
+    std::vector<Box> boxes;
+    int msgBoxAnswer = vb::vbOK;
+    std::string inputAnswer;
+    int pointer = 0;
+
+    int MsgBox(const std::string& prompt, int buttons, const std::string& title) override {
+        boxes.push_back({prompt, buttons, title});
+        return msgBoxAnswer;
+    }
+    std::string InputBox(const std::string& prompt, const std::string& title,
+                         const std::string&) override {
+        boxes.push_back({prompt, -1, title});
+        return inputAnswer;
+    }
+    bool ShowOpen(CommonDialog&) override { return false; }
+    bool ShowSave(CommonDialog&) override { return false; }
+    bool ShowFont(CommonDialog&) override { return false; }
+    bool ShowColor(CommonDialog&) override { return false; }
+    Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
+    Pane& PaneFor(Form&, const std::string& name) override {
+        auto& pane = panes[name];
+        if (!pane) pane = std::make_unique<HeadlessPane>();
+        return *pane;
+    }
+    std::map<std::string, std::unique_ptr<HeadlessPane>> panes;
+    void RunDocument(const std::string&) override {}
+    void MousePointerChanged(int p) override { pointer = p; }
+    void LetEventsRun() override {}
+    void WaitForUser() override {}
+};
