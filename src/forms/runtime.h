@@ -37,6 +37,7 @@ public:
 
     using Factory = std::function<std::unique_ptr<Form>()>;
     void Register(const std::string& name, Factory factory);
+    bool Registered(const std::string& name) const { return factories_.count(name) > 0; }
     // The form's default instance, made on first use (not loaded by this).
     Form& Get(const std::string& name);
     // A further instance of a registered form, as New makes it.

@@ -21,22 +21,6 @@ bool isNameChar(char c) {
 
 }  // namespace
 
-std::string foldCase(std::string_view s) {
-    std::string out(s);
-    for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return out;
-}
-
-int compareFolded(std::string_view a, std::string_view b) {
-    std::size_t n = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < n; ++i) {
-        int x = std::tolower(static_cast<unsigned char>(a[i]));
-        int y = std::tolower(static_cast<unsigned char>(b[i]));
-        if (x != y) return x < y ? -1 : 1;
-    }
-    return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
-}
-
 std::vector<Token> tokenize(std::string_view text, int errorNumber) {
     std::vector<Token> tokens;
     std::size_t i = 0;
@@ -162,8 +146,8 @@ public:
 private:
     const Token& peek() const { return t_[pos_]; }
     Token take() { return t_[pos_ < t_.size() - 1 ? pos_++ : pos_]; }
-    bool isWord(const char* word) const {
-        return peek().kind == Token::Kind::Name && !peek().bracketed && UCase(peek().text) == word;
+    bool isWord(std::string_view word) const {
+        return peek().kind == Token::Kind::Name && !peek().bracketed && equalFolded(peek().text, word);
     }
     bool isSymbol(const char* s) const {
         return peek().kind == Token::Kind::Symbol && peek().text == s;
@@ -257,9 +241,9 @@ private:
     }
 
     int columnOf(const std::string& name) const {
-        for (int c = 0; c < table_.columnCount(); ++c)
-            if (compareFolded(table_.column(c).name, name) == 0) return c;
-        throw VbError(vberr::ItemNotFound);
+        int c = table_.columnOf(name);
+        if (c < 0) throw VbError(vberr::ItemNotFound);
+        return c;
     }
 
     std::unique_ptr<Node> parseComparison() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/variant.h"
+#include "store/fold.h"
 #include "store/row_table.h"
 
 // A criteria text of the store's dialect ("[StockNo] like '*AB*' and Cost1 > 5"), parsed
@@ -32,10 +33,6 @@ private:
     explicit Criteria(std::unique_ptr<Node> root);
     std::unique_ptr<Node> root_;
 };
-
-// Case-folded text, the form in which text is compared and indexed.
-std::string foldCase(std::string_view s);
-int compareFolded(std::string_view a, std::string_view b);
 
 // The words of the dialect and of select texts.
 struct Token {

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
+#include <cctype>
 
 #include "base/convert.h"
+#include "base/dates.h"
 #include "base/vb_error.h"
+#include "store/fold.h"
 
 namespace {
 
@@ -19,7 +21,7 @@ std::vector<ColumnInfo> loadedColumns(SqliteFile& file, const SelectStatement& s
     std::vector<ColumnInfo> chosen;
     for (const auto& name : st.columns) {
         auto it = std::find_if(all.begin(), all.end(),
-                               [&](const ColumnInfo& c) { return compareFolded(c.name, name) == 0; });
+                               [&](const ColumnInfo& c) { return equalFolded(c.name, name); });
         if (it == all.end()) throw VbError(vberr::ItemNotFound);
         chosen.push_back(*it);
         all.erase(it);
@@ -60,27 +62,47 @@ void sortRows(std::vector<int>& rows, const RowTable& t, const std::vector<SortK
 Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement)
     : file_(std::move(file)), table_(loadedColumns(*file_, statement, tableName_, shown_)) {
     const int columns = table_.columnCount();
+    table_.reserve(static_cast<std::size_t>(file_->rowCount(tableName_)));
     file_->scan(tableName_, namesOf(table_), [&](std::int64_t rowid, sqlite3_stmt* stmt) {
         int row = table_.appendRow(rowid);
-        for (int c = 0; c < columns; ++c) table_.setStored(row, c, SqliteFile::column(stmt, c + 1));
+        for (int c = 0; c < columns; ++c) {
+            switch (SqliteFile::columnType(stmt, c + 1)) {
+                case StoredValue::Type::Null: break;
+                case StoredValue::Type::Integer:
+                    table_.setStoredInteger(row, c, SqliteFile::columnInt(stmt, c + 1));
+                    break;
+                case StoredValue::Type::Real:
+                    table_.setStoredReal(row, c, SqliteFile::columnReal(stmt, c + 1));
+                    break;
+                case StoredValue::Type::Text:
+                    table_.setStoredText(row, c, SqliteFile::columnText(stmt, c + 1));
+                    break;
+            }
+        }
     });
+    table_.shrink();
     std::optional<Criteria> where;
     if (!statement.where.empty()) where = Criteria::parse(statement.where, table_);
     base_.reserve(table_.rowCount());
     for (int row = 0; row < table_.rowCount(); ++row)
         if (!where || where->matches(table_, row)) base_.push_back(row);
     if (!statement.orderBy.empty()) sortRows(base_, table_, parseSortList(statement.orderBy, table_));
-    rebuildView();
+    applyFilter();
 }
 
-void Cursor::rebuildView() {
+void Cursor::applyFilter() {
     if (filter_) {
-        view_.clear();
+        filtered_.clear();
         for (int row : base_)
-            if (filter_->matches(table_, row)) view_.push_back(row);
+            if (filter_->matches(table_, row)) filtered_.push_back(row);
     } else {
-        view_ = base_;
+        filtered_ = base_;
     }
+    applySort();
+}
+
+void Cursor::applySort() {
+    view_ = filtered_;
     sortRows(view_, table_, sort_);
     viewChanged();
     moveTo(view_.empty() ? -1 : 0);
@@ -113,9 +135,9 @@ long Cursor::positionOfRow(int row) const {
 }
 
 int Cursor::columnIndex(std::string_view name) const {
-    for (int c = 0; c < shown_; ++c)
-        if (compareFolded(table_.column(c).name, name) == 0) return c;
-    throw VbError(vberr::ItemNotFound);
+    int c = table_.columnOf(name);
+    if (c < 0 || c >= shown_) throw VbError(vberr::ItemNotFound);
+    return c;
 }
 
 Variant Cursor::value(int column) const {
@@ -148,6 +170,7 @@ void Cursor::addNew() {
     positionBeforeAdd_ = pos_;
     int row = table_.appendRow(0);
     base_.push_back(row);
+    filtered_.push_back(row);
     view_.push_back(row);
     viewChanged();
     moveTo(count() - 1);
@@ -176,16 +199,23 @@ void Cursor::update() {
         file_->update(tableName_, table_.rowid(row), names, values);
         for (const auto& [c, v] : pending_) table_.set(row, c, v);
     }
+    if (edit_ == Edit::Add) {
+        viewChanged();
+    } else {
+        for (const auto& [c, v] : pending_) dropIndex(c);
+    }
     edit_ = Edit::None;
     pending_.clear();
-    viewChanged();
 }
+
+void Cursor::dropIndex(int column) { indexes_.erase(column); }
 
 void Cursor::cancelUpdate() {
     if (edit_ == Edit::Add) {
         int row = view_.back();
         table_.markDeleted(row);
         view_.pop_back();
+        filtered_.pop_back();
         base_.pop_back();
         viewChanged();
         edit_ = Edit::None;
@@ -208,6 +238,7 @@ void Cursor::deleteCurrent() {
     file_->remove(tableName_, table_.rowid(row));
     table_.markDeleted(row);
     view_.erase(view_.begin() + pos_);
+    filtered_.erase(std::find(filtered_.begin(), filtered_.end(), row));
     base_.erase(std::find(base_.begin(), base_.end(), row));
     viewChanged();
     currentDeleted_ = true;
@@ -220,54 +251,108 @@ void Cursor::setFilter(const std::string& criteria) {
         filter_ = Criteria::parse(criteria, table_);
     }
     filterText_ = criteria;
-    rebuildView();
+    applyFilter();
 }
 
 void Cursor::setSort(const std::string& columns) {
     sort_ = parseSortList(columns, table_);
     sortText_ = columns;
-    rebuildView();
+    applySort();
 }
 
-std::string Cursor::indexKey(int column, const Variant& value) const {
-    if (table_.column(column).kind == ColumnKind::Text) return foldCase(CStr(value));
-    double d = table_.column(column).kind == ColumnKind::Date ? value.Number() : CDbl(value);
+namespace {
+
+bool isTextColumn(const RowTable& t, int column) { return t.column(column).kind == ColumnKind::Text; }
+
+std::uint64_t hashNumber(double d) {
     if (d == 0) d = 0;  // one key for 0 and -0
-    std::string key(sizeof d, '\0');
-    std::memcpy(key.data(), &d, sizeof d);
-    return key;
+    return std::bit_cast<std::uint64_t>(d) * 0x9E3779B97F4A7C15ull;
 }
 
-std::string Cursor::indexKeyOfRow(int column, int row) const {
-    if (table_.column(column).kind == ColumnKind::Text) return foldCase(table_.text(row, column));
-    double d = table_.number(row, column);
-    if (d == 0) d = 0;
-    std::string key(sizeof d, '\0');
-    std::memcpy(key.data(), &d, sizeof d);
-    return key;
+// "[StockNo] = 'AB12'" or "StockNo='AB12'": the shape of nearly every find the program
+// makes, read without building a tree.
+bool quickEquals(std::string_view text, std::string_view& name, std::string_view& value) {
+    std::size_t i = 0;
+    auto blanks = [&] {
+        while (i < text.size() && text[i] == ' ') ++i;
+    };
+    blanks();
+    if (i < text.size() && text[i] == '[') {
+        std::size_t close = text.find(']', i);
+        if (close == std::string_view::npos) return false;
+        name = text.substr(i + 1, close - i - 1);
+        i = close + 1;
+    } else {
+        std::size_t start = i;
+        while (i < text.size() && (std::isalnum(static_cast<unsigned char>(text[i])) || text[i] == '_')) ++i;
+        name = text.substr(start, i - start);
+    }
+    if (name.empty()) return false;
+    blanks();
+    if (i >= text.size() || text[i] != '=') return false;
+    ++i;
+    blanks();
+    if (i >= text.size() || text[i] != '\'') return false;
+    std::size_t close = text.find('\'', i + 1);
+    if (close == std::string_view::npos) return false;
+    value = text.substr(i + 1, close - i - 1);
+    i = close + 1;
+    blanks();
+    return i == text.size();
+}
+
+}  // namespace
+
+long Cursor::findEqual(int column, const Variant& wanted, long from, bool forward) {
+    const bool text = isTextColumn(table_, column);
+    double number = 0;
+    if (!text) {
+        try {
+            number = table_.column(column).kind == ColumnKind::Date ? CDate(wanted) : CDbl(wanted);
+        } catch (const VbError&) {
+            throw VbError(vberr::BadArguments);
+        }
+    }
+    const std::string needle = text ? CStr(wanted) : std::string();
+    auto hashOfRow = [&](int row) {
+        return text ? hashFolded(table_.text(row, column)) : hashNumber(table_.number(row, column));
+    };
+    auto isMatch = [&](long p) {
+        int row = view_[p];
+        if (table_.isNull(row, column)) return false;
+        return text ? equalFolded(table_.text(row, column), needle) : table_.number(row, column) == number;
+    };
+
+    Index& index = indexes_[column];
+    if (index.head.empty()) {
+        std::size_t slots = 16;
+        while (slots < 2 * view_.size()) slots *= 2;
+        index.head.assign(slots, -1);
+        index.next.assign(view_.size(), -1);
+        // Filled from the back, so that each chain runs in view order.
+        for (long p = count() - 1; p >= 0; --p) {
+            if (table_.isNull(view_[p], column)) continue;
+            std::size_t slot = hashOfRow(view_[p]) & (slots - 1);
+            index.next[p] = index.head[slot];
+            index.head[slot] = p;
+        }
+    }
+    std::uint64_t hash = text ? hashFolded(needle) : hashNumber(number);
+    long found = -1;
+    for (long p = index.head[hash & (index.head.size() - 1)]; p >= 0; p = index.next[p]) {
+        if (forward && p < from) continue;
+        if (!forward && p > from) break;
+        if (!isMatch(p)) continue;
+        found = p;
+        if (forward) break;
+    }
+    return found;
 }
 
 long Cursor::find(const Criteria& criteria, long from, bool forward) {
     int column = -1;
     Variant wanted;
-    if (criteria.isColumnEquals(column, wanted)) {
-        auto& byValue = indexes_[column];
-        if (byValue.empty()) {
-            for (long p = 0; p < count(); ++p)
-                if (!table_.isNull(view_[p], column))
-                    byValue[indexKeyOfRow(column, view_[p])].push_back(p);
-            byValue.emplace(std::string("\x01no rows"), std::vector<long>{});  // built, even if empty
-        }
-        auto it = byValue.find(indexKey(column, wanted));
-        if (it == byValue.end()) return -1;
-        const auto& positions = it->second;
-        if (forward) {
-            auto p = std::lower_bound(positions.begin(), positions.end(), from);
-            return p == positions.end() ? -1 : *p;
-        }
-        auto p = std::upper_bound(positions.begin(), positions.end(), from);
-        return p == positions.begin() ? -1 : *(p - 1);
-    }
+    if (criteria.isColumnEquals(column, wanted)) return findEqual(column, wanted, from, forward);
     if (forward) {
         for (long p = std::max(from, 0L); p < count(); ++p)
             if (criteria.matches(table_, view_[p])) return p;
@@ -279,6 +364,12 @@ long Cursor::find(const Criteria& criteria, long from, bool forward) {
 }
 
 long Cursor::find(std::string_view criteriaText, long from, bool forward, bool singleOnly) {
+    std::string_view name, value;
+    if (quickEquals(criteriaText, name, value)) {
+        int column = table_.columnOf(name);
+        if (column < 0) throw VbError(vberr::ItemNotFound);
+        return findEqual(column, Variant(value), from, forward);
+    }
     Criteria criteria = Criteria::parse(criteriaText, table_);
     if (singleOnly && !criteria.isSingleCondition()) throw VbError(vberr::BadArguments);
     return find(criteria, from, forward);

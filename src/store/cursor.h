@@ -57,18 +57,19 @@ public:
     long find(std::string_view criteriaText, long from, bool forward, bool singleOnly);
 
 private:
-    void rebuildView();
+    void applyFilter();
+    void applySort();
     void viewChanged();
-    std::vector<int>& indexEntries(int column, const Variant& value);
-    std::string indexKey(int column, const Variant& value) const;
-    std::string indexKeyOfRow(int column, int row) const;
+    long findEqual(int column, const Variant& value, long from, bool forward);
+    void dropIndex(int column);
 
     std::shared_ptr<SqliteFile> file_;
     std::string tableName_;
     int shown_ = 0;
     RowTable table_;
     std::vector<int> base_;  // the statement's rows in its order
-    std::vector<int> view_;  // base_ through filter and sort
+    std::vector<int> filtered_;  // base_ through the filter
+    std::vector<int> view_;      // filtered_ through the sort
     long pos_ = -1;
     bool currentDeleted_ = false;
 
@@ -80,7 +81,12 @@ private:
     std::vector<std::pair<int, Variant>> pending_;
     long positionBeforeAdd_ = -1;
 
-    // Positions in the view of every value of a column, built on the first find by that
-    // column and dropped when the view or the column changes.
-    std::unordered_map<int, std::unordered_map<std::string, std::vector<long>>> indexes_;
+    // Positions in the view by value of one column: a flat hash table whose chains run in
+    // view order, built on the first find by that column and dropped when the view or the
+    // column changes.
+    struct Index {
+        std::vector<long> head;  // by hash slot: the first position, -1 for none
+        std::vector<long> next;  // by position: the next position in the same slot
+    };
+    std::unordered_map<int, Index> indexes_;
 };

@@ -160,11 +160,10 @@ int SqliteRecordset::EditMode() const {
 void SqliteRecordset::Find(const std::string& criteria, long skipRows, int direction) {
     Cursor& c = open();
     bool forward = direction != ado::adSearchBackward;
-    Criteria parsed = Criteria::parse(criteria, c.table());
-    if (!parsed.isSingleCondition()) throw VbError(vberr::BadArguments);
-    commitPending();
     long from = c.bof() ? 0 : c.position() + (forward ? skipRows : -skipRows);
-    long found = c.find(parsed, from, forward);
+    // A broken text fails here, before anything moves or is saved.
+    long found = c.find(criteria, from, forward, true);
+    commitPending();
     c.moveTo(found >= 0 ? found : (forward ? c.count() : -1));
     fireMove();
 }

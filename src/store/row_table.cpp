@@ -8,14 +8,11 @@
 #include "base/dates.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
+#include "store/fold.h"
 
 namespace {
 
 bool isTextKind(ColumnKind k) { return k == ColumnKind::Text; }
-bool isIntKind(ColumnKind k) {
-    return k == ColumnKind::Counter || k == ColumnKind::Long || k == ColumnKind::YesNo ||
-           k == ColumnKind::Money;
-}
 
 [[noreturn]] void wrongType() { throw VbError(vberr::WrongType); }
 
@@ -164,35 +161,66 @@ void RowTable::set(int row, int c, const Variant& v) {
     col.nulls[row] = false;
 }
 
+int RowTable::columnOf(std::string_view name) const {
+    for (int c = 0; c < columnCount(); ++c)
+        if (equalFolded(columns_[c].info.name, name)) return c;
+    return -1;
+}
+
+void RowTable::reserve(std::size_t rows) {
+    rowids_.reserve(rows);
+    deleted_.reserve(rows);
+    for (auto& col : columns_) {
+        col.cells.reserve(rows);
+        col.nulls.reserve(rows);
+    }
+}
+
+void RowTable::shrink() {
+    for (auto& col : columns_) col.arena.shrink_to_fit();
+}
+
 void RowTable::setStored(int row, int c, const StoredValue& v) {
+    switch (v.type) {
+        case StoredValue::Type::Null: set(row, c, Variant::Null()); break;
+        case StoredValue::Type::Integer: setStoredInteger(row, c, v.i); break;
+        case StoredValue::Type::Real: setStoredReal(row, c, v.r); break;
+        case StoredValue::Type::Text: setStoredText(row, c, v.text); break;
+    }
+}
+
+void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
     Column& col = columns_[c];
-    using T = StoredValue::Type;
-    if (v.type == T::Null) {
-        col.nulls[row] = true;
-        col.cells[row] = 0;
-        return;
-    }
-    ColumnKind kind = col.info.kind;
-    if (isTextKind(kind)) {
-        if (v.type == T::Text) {
-            setText(col, row, v.text);
-        } else {
-            setText(col, row, CStr(v.type == T::Integer ? Variant::Double(double(v.i)) : Variant::Double(v.r)));
-        }
-        return;
-    }
-    double d = v.type == T::Integer ? static_cast<double>(v.i)
-               : v.type == T::Real  ? v.r
-                                    : Val(v.text);
-    if (kind == ColumnKind::Money) {
-        // Money is kept as a real in units; in memory it is whole ten-thousandths.
-        col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(d * 10000.0)));
-    } else if (isIntKind(kind)) {
-        col.cells[row] = static_cast<std::uint64_t>(v.type == T::Integer ? v.i : static_cast<std::int64_t>(std::nearbyint(d)));
-    } else {
-        col.cells[row] = std::bit_cast<std::uint64_t>(d);
+    switch (col.info.kind) {
+        case ColumnKind::Text: setText(col, row, CStr(Variant::Double(static_cast<double>(i)))); return;
+        case ColumnKind::Money: col.cells[row] = static_cast<std::uint64_t>(i * 10000); break;
+        case ColumnKind::Double:
+        case ColumnKind::Date: col.cells[row] = std::bit_cast<std::uint64_t>(static_cast<double>(i)); break;
+        default: col.cells[row] = static_cast<std::uint64_t>(i); break;
     }
     col.nulls[row] = false;
+}
+
+void RowTable::setStoredReal(int row, int c, double r) {
+    Column& col = columns_[c];
+    switch (col.info.kind) {
+        case ColumnKind::Text: setText(col, row, CStr(Variant::Double(r))); return;
+        // Money is kept as a real in units; in memory it is whole ten-thousandths.
+        case ColumnKind::Money: col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(r * 10000.0))); break;
+        case ColumnKind::Double:
+        case ColumnKind::Date: col.cells[row] = std::bit_cast<std::uint64_t>(r); break;
+        default: col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(r))); break;
+    }
+    col.nulls[row] = false;
+}
+
+void RowTable::setStoredText(int row, int c, std::string_view text) {
+    Column& col = columns_[c];
+    if (col.info.kind == ColumnKind::Text) {
+        setText(col, row, text);
+        return;
+    }
+    setStoredReal(row, c, Val(text));
 }
 
 StoredValue toStored(ColumnKind kind, const Variant& v) {

@@ -18,6 +18,10 @@ public:
     int columnCount() const { return static_cast<int>(columns_.size()); }
     const ColumnInfo& column(int c) const { return columns_[c].info; }
     int rowCount() const { return static_cast<int>(rowids_.size()); }
+    // The column of that name, ignoring case; -1 when none.
+    int columnOf(std::string_view name) const;
+    void reserve(std::size_t rows);
+    void shrink();
 
     int appendRow(std::int64_t rowid);  // all cells Null
     std::int64_t rowid(int row) const { return rowids_[row]; }
@@ -35,6 +39,9 @@ public:
     void set(int row, int c, const Variant& v);
     // Stores a value read from the file.
     void setStored(int row, int c, const StoredValue& v);
+    void setStoredInteger(int row, int c, std::int64_t i);
+    void setStoredReal(int row, int c, double r);
+    void setStoredText(int row, int c, std::string_view text);
 
     std::size_t memoryBytes() const;
 

@@ -125,6 +125,11 @@ std::vector<StoredValue> SqliteFile::firstColumn(const std::string& sql) {
     return values;
 }
 
+std::int64_t SqliteFile::rowCount(const std::string& table) {
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare("SELECT count(*) FROM " + quoteName(table)));
+    return sqlite3_step(s.get()) == SQLITE_ROW ? sqlite3_column_int64(s.get(), 0) : 0;
+}
+
 std::vector<std::string> SqliteFile::tableNames() {
     std::unique_ptr<sqlite3_stmt, Finalizer> s(
         prepare("SELECT name FROM sqlite_schema WHERE type='table' AND name NOT LIKE 'sqlite_%' "
@@ -194,6 +199,15 @@ StoredValue SqliteFile::column(sqlite3_stmt* stmt, int index) {
             break;
     }
     return v;
+}
+
+StoredValue::Type SqliteFile::columnType(sqlite3_stmt* stmt, int index) {
+    switch (sqlite3_column_type(stmt, index)) {
+        case SQLITE_NULL: return StoredValue::Type::Null;
+        case SQLITE_INTEGER: return StoredValue::Type::Integer;
+        case SQLITE_FLOAT: return StoredValue::Type::Real;
+        default: return StoredValue::Type::Text;
+    }
 }
 
 bool SqliteFile::columnIsNull(sqlite3_stmt* stmt, int index) {

@@ -49,6 +49,7 @@ public:
     std::vector<StoredValue> firstColumn(const std::string& sql);
 
     std::vector<std::string> tableNames();
+    std::int64_t rowCount(const std::string& table);
     // The table's columns in stored order, with the real spelling of the table's name;
     // 3078 when there is no such table.
     std::vector<ColumnInfo> tableColumns(const std::string& table, std::string* realName = nullptr);
@@ -62,6 +63,7 @@ public:
                  std::int64_t rowid, const std::function<void(sqlite3_stmt* stmt)>& row);
     // Reading one column of the row being scanned.
     static StoredValue column(sqlite3_stmt* stmt, int index);
+    static StoredValue::Type columnType(sqlite3_stmt* stmt, int index);
     static bool columnIsNull(sqlite3_stmt* stmt, int index);
     static std::int64_t columnInt(sqlite3_stmt* stmt, int index);
     static double columnReal(sqlite3_stmt* stmt, int index);

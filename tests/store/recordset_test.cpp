@@ -302,3 +302,43 @@ TEST(SampleCatalogue, HoldsAtLeastFortyProductsOverSeveralCategories) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(Three, FindByAValueWrittenMomentsAgo) {
+    rs->Find("[StockNo] = 'C300'");  // the first find builds the index
+    rs->MoveFirst();
+    rs->Fields("StockNo").SetValue("Z999");
+    rs->Update();
+    rs->Find("[StockNo] = 'z999'");
+    EXPECT_EQ(stock(), "Z999");
+    rs->MoveFirst();
+    rs->Find("[StockNo] = 'A100'");
+    EXPECT_TRUE(rs->Eof());
+}
+
+TEST_F(Three, FindByAValueSeveralRowsShareTakesTheNextFromHere) {
+    rs->Find("Category = 'Paint'");
+    EXPECT_EQ(stock(), "b200");
+    rs->Find("Category = 'Paint'", 1);
+    EXPECT_EQ(stock(), "C300");
+    rs->Find("Category = 'Paint'", 1);
+    EXPECT_TRUE(rs->Eof());
+}
+
+TEST_F(Three, FindBackwardRunsTowardsTheFirstRow) {
+    rs->MoveLast();
+    rs->Find("Category = 'Fruit'", 0, ado::adSearchBackward);
+    EXPECT_EQ(stock(), "A100");
+    rs->Find("Category = 'Paint'", 1, ado::adSearchBackward);
+    EXPECT_TRUE(rs->Bof());
+}
+
+TEST_F(Three, FindFollowsTheViewAfterAFilter) {
+    rs->Find("[StockNo] = 'C300'");
+    rs->SetFilter("Category = 'Paint'");
+    rs->Find("[StockNo] = 'C300'");
+    EXPECT_EQ(rs->AbsolutePosition(), 2);
+}
+
+}  // namespace

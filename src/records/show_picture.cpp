@@ -1,0 +1,249 @@
+// The item view: the current record written as page.htm in the program folder and shown
+// in the pane. Every line of the page is written here as it stands.
+#include <filesystem>
+
+#include "base/convert.h"
+#include "base/format.h"
+#include "base/strings.h"
+#include "base/textio.h"
+#include "records/pane.h"
+#include "shell/errhandler.h"
+#include "shell/module.h"
+#include "shell/products.h"
+#include "shell/when.h"
+
+namespace {
+
+enum Column { Cost1 = 2, Packaging = 17, PageNo = 18, Picture = 19, ProdDesc = 21, ProdName = 22, StockNo = 27 };
+
+const std::string quote = "\"";
+
+// The directory entry of a file: its name when it exists, "" when it does not.
+std::string dirEntry(const std::string& path) {
+    std::error_code ec;
+    if (path.empty() || !std::filesystem::is_regular_file(path, ec)) return {};
+    return std::filesystem::path(path).filename().string();
+}
+
+bool exists(const std::string& path) { return !dirEntry(path).empty(); }
+
+}  // namespace
+
+void Products::ShowPicture() {
+    Trap on = reportTo("(Form) Products::Sub ShowPicture");
+    Module& m = Mod();
+    std::string Size, Height, ImagePath, MediaText, PicFile;
+    bool media = false;
+    auto field = [&](int n) { return textOf(adoPrimaryRS->GetValue(n)); };
+    // A repair writes the field of the current row, which the next move saves.
+    auto setPicture = [&](const std::string& path) {
+        adoPrimaryRS->SetValue(Picture, Variant(path));
+        binding.Refresh();
+    };
+    TextFileWriter page;
+    auto print = [&](auto line) { on([&] { page.printLine(line()); }); };
+
+    if (when(on, [&] { return CBool(m.HelpShowing); })) {
+        on([&] { showHelpStart(); });
+        return;
+    }
+    if (when(on, [&] { return (*this)("cmdShowPic").Caption() != "View Mode"; })) {
+        Size = "100";
+        Height = "100";
+    } else {
+        Size = "85";
+        Height = "85";
+    }
+    if (when(on, [&] { return !adoPrimaryRS->GetValue(Picture).IsNull(); }))
+        on([&] { PicFile = dirEntry(field(Picture)); });
+    if (PicFile.empty()) {
+        if (when(on, [&] { return Left(UCase(field(StockNo)), 1) == "X"; }))
+            on([&] {
+                std::string p = field(Picture);
+                long at = InStr(p, field(StockNo));
+                setPicture(Left(p, at - 1) + Mid(p, at + 1));
+            });
+        if (when(on, [&] { return InStr(UCase(field(StockNo)), "S0") > 0; }))
+            on([&] {
+                std::string p = field(Picture);
+                setPicture(Left(p, InStr(p, "S0") - 1) + Right(p, 4));
+            });
+        if (when(on, [&] { return InStr(UCase(field(StockNo)), "-") > 0 && InStr(field(Picture), "-") > 0; }))
+            on([&] {
+                std::string p = field(Picture);
+                long at = InStr(p, "-");
+                setPicture(Left(p, at - 1) + Mid(p, at + 4));
+            });
+        if (when(on, [&] { return !adoPrimaryRS->GetValue(Picture).IsNull(); }))
+            on([&] { PicFile = dirEntry(field(Picture)); });
+    }
+
+    if (PicFile.empty()) {
+        // The page with no picture.
+        on([&] { page.open(CStr(m.AppDir) + "page.htm"); });
+        print([&] { return "<body>"; });
+        print([&] { return "<body bgcolor=silver>"; });
+        print([&] { return "<div align=" + quote + "Center" + quote + ">"; });
+        print([&] {
+            return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; border-width:4; "
+                   "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
+                   "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=" +
+                   Size + "% Id = Table1>";
+        });
+        if (Height != "85") {
+            print([&] { return "<tr>"; });
+            print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+            print([&] { return "<p align=center><font size=4 font color=blue>" + field(StockNo) + "</font>"; });
+            print([&] { return "<br><font size=2>Page #" + field(PageNo) + "</font></td>"; });
+            print([&] { return "</tr>"; });
+            print([&] { return "<tr>"; });
+            print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
+            print([&] { return "<p align=center>" + field(ProdName) + "</td>"; });
+            print([&] { return "</tr>"; });
+        }
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=60% bgcolor=#D4D4D4>"; });
+        print([&] {
+            const std::string noPic = CStr(m.AppDir) + "Pictures/NoPic.jpg";
+            return "<img border=0 href=" + quote + noPic + quote + " src=" + quote + noPic + quote +
+                   " height=" + Height + (Height == "85" ? " %" : "%") + " align=center alt=" + quote +
+                   field(StockNo) + quote + "></a></td>";
+        });
+        print([&] { return "</tr>"; });
+        if (Height != "85") {
+            print([&] { return "<tr>"; });
+            print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
+            print([&] { return "<p align=left>" + field(ProdDesc) + "</td>"; });
+            print([&] { return "</tr>"; });
+            print([&] { return "<tr>"; });
+            print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+            print([&] {
+                return "<p align=center>Your Cost: " + Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
+                       "<br><font size=1> PKG: " + field(Packaging) + "</td>";
+            });
+            print([&] { return "</tr>"; });
+        }
+        print([&] { return "</table>"; });
+        print([&] { return "</body>"; });
+        on([&] { page.close(); });
+        on([&] { Wb1().Navigate2(CStr(m.AppDir) + "page.htm"); });
+        return;
+    }
+
+    on([&] { ImagePath = field(Picture); });
+    if (when(on, [&] { return InStr(UCase(field(Picture)), ".GIF") > 0; })) {
+        std::string twin;
+        on([&] { twin = Left(field(Picture), Len(field(Picture)) - 3) + "jpg"; });
+        if (when(on, [&] { return exists(twin); })) on([&] { ImagePath = twin; });
+    }
+    // A media item: the kind is read from the description, which holds the file's path.
+    const bool viewMode = Height != "85";
+    on([&] {
+        const std::string desc = UCase(field(ProdDesc));
+        const std::string dir = CStr(m.AppDir);
+        media = true;
+        if (InStr(desc, ".TXT") > 0) {
+            MediaText = viewMode ? "Text File - Click To View It Now" : "Text File";
+            ImagePath = dir + "textpic.jpg";
+        } else if (InStr(desc, ".DOC") > 0) {
+            MediaText = viewMode ? "Document File - Click To View It Now" : "Document File";
+            ImagePath = dir + "textpic.jpg";
+        } else if (InStr(desc, ".HTM") > 0) {
+            MediaText = viewMode ? "Web Page - Click To View It Now" : "Web Page";
+            ImagePath = dir + "webpage.jpg";
+        } else if (InStr(desc, ".MP3") > 0) {
+            MediaText = viewMode ? "Music File - Click To Play It Now" : "Music File";
+            ImagePath = dir + "music.jpg";
+        } else if (InStr(desc, ".EXE") > 0) {
+            MediaText = viewMode ? "Program File - Click To Run It Now" : "Program";
+            const std::string icon = Left(field(ProdDesc), Len(field(ProdDesc)) - 3) + "ico";
+            ImagePath = exists(icon) ? icon : dir + "exepic.jpg";
+        } else {
+            media = false;
+        }
+    });
+
+    on([&] { mbAddNewFlag = true; });
+    on([&] { page.open(CStr(m.AppDir) + "page.htm"); });
+    print([&] { return "<body>"; });
+    print([&] { return "<body bgcolor=silver>"; });
+    print([&] { return "<div align=" + quote + "Center" + quote + ">"; });
+    print([&] {
+        return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; border-width:4; "
+               "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
+               "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=" +
+               Size + "% Id = Table1>";
+    });
+    if (Height != "85") {
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+        print([&] { return "<p align=center><font size=4 font color=blue>" + field(StockNo) + "</font>"; });
+        // With no page number the cell stays open.
+        if (when(on, [&] { return field(PageNo) != ""; }))
+            print([&] { return "<br><font size=2>Page # " + field(PageNo) + "</font></td>"; });
+        print([&] { return "</tr>"; });
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
+        print([&] { return "<p align=center>" + field(ProdName) + "</td>"; });
+        print([&] { return "</tr>"; });
+
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=60% bgcolor=#D4D4D4>"; });
+        if (m.ThumbsMode)
+            print([&] { return "<center><a href=backtothumbs>Click To Return To Thumbnails</a></center>"; });
+        if (media) {
+            print([&] { return "<a href=" + quote + field(ProdDesc) + quote + ">"; });
+            print([&] { return "<p align=center>" + MediaText + "</p>"; });
+            print([&] {
+                return "<img border=0 src=" + quote + ImagePath + quote + " src=" + quote + field(ProdDesc) +
+                       quote + " height=100 align=center alt=" + quote + field(StockNo) + quote + "></a></td>";
+            });
+        } else {
+            print([&] { return "<a href=" + quote + ImagePath + quote + ">"; });
+            print([&] {
+                return "<img border=0 dynsrc=" + quote + field(Picture) + quote + " src=" + quote +
+                       field(Picture) + quote + " height=260 align=center alt=" + quote + field(StockNo) + quote +
+                       "></a></td>";
+            });
+        }
+        print([&] { return "</tr>"; });
+
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
+        print([&] { return "<p align=left>" + field(ProdDesc) + "</td>"; });
+        print([&] { return "</tr>"; });
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+        if (when(on, [&] {
+                Variant cost = adoPrimaryRS->GetValue(Cost1);
+                return !cost.IsNull() && CDbl(cost) != 0;
+            }))
+            print([&] {
+                return "<p align=center>Your Cost: " + Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
+                       "<br><font size=1> PKG: " + field(Packaging) + "</td>";
+            });
+        print([&] { return "</tr>"; });
+    } else {
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=100% align=center height=100% bgcolor=#D4D4D4>"; });
+        if (media) {
+            print([&] { return "<a href=" + quote + field(ProdDesc) + quote + ">"; });
+            print([&] {
+                return "<img border=0 src=" + quote + ImagePath + quote + " height=100 align=center alt=" + quote +
+                       field(StockNo) + quote + "></a></td>";
+            });
+        } else {
+            print([&] { return "<a href=" + quote + ImagePath + quote + ">"; });
+            print([&] {
+                return "<img border=0 dynsrc=" + quote + field(Picture) + quote + " height=100 align=center alt=" +
+                       quote + field(StockNo) + quote + "></a></td>";
+            });
+        }
+        print([&] { return "</tr>"; });
+    }
+    print([&] { return "</table>"; });
+    print([&] { return "</body>"; });
+    on([&] { page.close(); });
+    on([&] { mbAddNewFlag = false; });
+    on([&] { Wb1().Navigate2(CStr(m.AppDir) + "page.htm"); });
+}

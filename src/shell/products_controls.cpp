@@ -1,0 +1,298 @@
+// The controls of the main form and their places, in twips. The panels: `Frame5` the
+// command panel on the left, `Frame4` the main fields above the pane, `Wb1` the pane; in
+// view mode the pane fills the form above the bar of move buttons.
+#include <array>
+
+#include "forms/runtime.h"
+#include "records/pane.h"
+#include "shell/products.h"
+
+namespace {
+
+struct Box {
+    double left, top, width, height;
+};
+
+void place(Control& c, Box b) {
+    c.SetNum("Left", b.left);
+    c.SetNum("Top", b.top);
+    c.SetNum("Width", b.width);
+    c.SetNum("Height", b.height);
+}
+
+Control& add(Form& f, const std::string& name, ControlKind kind, int index, Box b,
+             const std::string& caption = "") {
+    Control& c = f.Add(name, kind, index);
+    place(c, b);
+    if (!caption.empty()) c.SetCaption(caption);
+    return c;
+}
+
+// A record field: its box (or check box) and its label, `Label3(label)`.
+struct Field {
+    int n;
+    int label;  // 0: none
+    const char* caption;
+};
+
+constexpr std::array<Field, 7> mainFields{{
+    {27, 2, "Stock #:"},
+    {18, 5, "Page:"},
+    {22, 3, "Name:"},
+    {21, 4, "Desc:"},
+    {1, 18, "Category:"},
+    {17, 6, "Packaging:"},
+    {28, 0, ""},
+}};
+
+// The other fields in three columns of seven inside the command panel.
+constexpr std::array<Field, 21> panelFields{{
+    {2, 7, "Cost 1:"},        {3, 8, "Cost 2:"},          {4, 9, "Cost 3:"},
+    {5, 10, "Cost 4:"},       {6, 11, "Cost 5:"},         {24, 12, "Retail:"},
+    {20, 13, "Sales Price:"}, {8, 23, "Inventory:"},      {13, 24, "On Order:"},
+    {23, 25, "Re-Order:"},    {11, 26, "No. Sold:"},      {30, 14, "Weight:"},
+    {10, 15, "Min Ord W:"},   {9, 16, "Min Ord R:"},      {16, 20, "Suplr Stock Info:"},
+    {25, 27, "Shipping 1:"},  {26, 28, "Shipping 2:"},    {7, 21, "Discontinued:"},
+    {14, 19, "On Special:"},  {15, 22, "Orderable:"},     {29, 30, "Taxable:"},
+}};
+
+bool isCheckField(int n) { return n == 7 || n == 14 || n == 15 || n == 29; }
+
+void addField(Form& f, const Field& fd, Box label, Box box) {
+    if (fd.label) {
+        Control& l = add(f, "Label3", ControlKind::Label, fd.label, label, fd.caption);
+        l.SetProperty("Tag", Variant(fd.caption));  // the design caption, for Restore Labels
+    }
+    if (isCheckField(fd.n)) {
+        add(f, "chkFields", ControlKind::CheckBox, fd.n, box);
+    } else {
+        Control& t = add(f, "txtFields", ControlKind::TextBox, fd.n, box);
+        t.SetProperty("Tag", Variant("true"));
+    }
+}
+
+}  // namespace
+
+Products::Products() : Form("Products") {
+    SetCaption("Products");
+    SetNum("Width", 9480);
+    SetNum("Height", 7284);
+    SetProperty("KeyPreview", Variant(true));
+    createPanels();
+    createRecordControls();
+    createCommandPanel();
+    createBrowsingControls();
+    createLayoutBoard();
+    createDataControls();
+    createMenus();
+    wireEvents();
+    wirePane();
+    // A change typed into a bound box goes into the row's pending edit.
+    Observe([this](Form&, Control* c, std::string_view property) {
+        if (c) binding.Changed(*c, property);
+    });
+}
+
+Products::~Products() = default;
+
+void Products::createPanels() {
+    // The form opens in view mode: the command panel is hidden and the pane fills the form.
+    add(*this, "Frame5", ControlKind::Frame, -1, {0, 0, 4700, 5700}).SetVisible(false);
+    add(*this, "Frame4", ControlKind::Frame, -1, {4700, 0, 4600, 1700});
+    add(*this, "Wb1", ControlKind::Browser, -1, {50, 0, 9280, 5700});
+    add(*this, "Frame9", ControlKind::Frame, -1, {0, 0, 3000, 5700}, "Web Pages").SetVisible(false);
+    add(*this, "File1", ControlKind::FileList, -1, {100, 300, 2800, 5200});
+    add(*this, "Frame11", ControlKind::Frame, -1, {50, 0, 9280, 5700},
+        "Drag The Boxes On The Right To The Boxes On The Left To Where You Want Each Item "
+        "Included")
+        .SetVisible(false);
+    add(*this, "Frame12", ControlKind::Frame, -1, {0, 0, 9300, 7200}, "Page Setup")
+        .SetVisible(false);
+}
+
+void Products::createRecordControls() {
+    // Frame4: two fields on the first row, one a row below.
+    const double labelLeft = 4800, boxLeft = 5700;
+    double top = 120;
+    for (std::size_t i = 0; i < mainFields.size(); ++i) {
+        const Field& fd = mainFields[i];
+        bool second = fd.n == 18 || fd.n == 17;
+        Box label = second ? Box{7300, top, 750, 255} : Box{labelLeft, top, 850, 255};
+        Box box = second ? Box{8100, top, 1100, 285} : Box{boxLeft, top, fd.n == 27 || fd.n == 1 ? 1500 : 3500, 285};
+        addField(*this, fd, label, box);
+        if (!(i + 1 < mainFields.size() && (mainFields[i + 1].n == 18 || mainFields[i + 1].n == 17)))
+            top += 320;
+    }
+    add(*this, "cmdSup", ControlKind::CommandButton, 0, {labelLeft, top - 320, 850, 285},
+        "  Supplier:");
+    for (std::size_t i = 0; i < panelFields.size(); ++i) {
+        double left = 100 + static_cast<double>(i / 7) * 1530;
+        double rowTop = 1530 + static_cast<double>(i % 7) * 265;
+        addField(*this, panelFields[i], {left, rowTop, 780, 255}, {left + 800, rowTop, 700, 255});
+    }
+    add(*this, "Label3", ControlKind::Label, 29, {120, 3390, 1000, 200}, "Notes:")
+        .SetProperty("Tag", Variant("Notes:"));
+    add(*this, "txtFields", ControlKind::TextBox, 12, {120, 3600, 4460, 2100})
+        .SetProperty("Tag", Variant("true"));
+    add(*this, "txtFields", ControlKind::TextBox, 19, {50, 5460, 9200, 285})
+        .SetProperty("Tag", Variant("true"));
+    add(*this, "Text2", ControlKind::TextBox, -1, {7300, 1400, 1900, 285}).SetVisible(false);
+}
+
+void Products::createCommandPanel() {
+    auto button = [&](const std::string& name, int column, int row, const std::string& caption) -> Control& {
+        return add(*this, name, ControlKind::CommandButton, -1,
+                   {100 + column * 1130.0, 120 + row * 320.0, 1100, 300}, caption);
+    };
+    button("cmdAdd", 0, 0, "&Add 1 New");
+    button("cmdUpdate", 0, 0, "&Update").SetVisible(false);
+    button("cmdEdit", 1, 0, "&Edit This");
+    button("cmdCancel", 1, 0, "&Cancel").SetVisible(false);
+    button("cmdDelete", 2, 0, "&Delete This");
+    button("cmdClose", 3, 0, "Close");
+    button("cmdRefresh", 0, 1, "&Refresh Data");
+    button("cmdReset", 1, 1, "Reset Data");
+    button("cmdEditRec", 2, 1, "Edit All Items");
+    button("cmdDAll", 3, 1, "Delete All");
+    button("cmdDetSearch", 0, 2, "Detailed Search");
+    button("Command16", 1, 2, "Show Help");
+    button("Command2", 2, 2, "Order Done").SetVisible(false);
+    add(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2230, 300});
+    button("cmdSearch", 2, 3, "Search");
+}
+
+void Products::createBrowsingControls() {
+    const double bar = 5760, bar2 = 6090, h = 315;
+    auto button = [&](const std::string& name, Box b, const std::string& caption) {
+        add(*this, name, ControlKind::CommandButton, -1, b, caption);
+    };
+    button("cmdFirst", {50, bar, 600, h}, "First");
+    button("cmdPrevious", {660, bar, 750, h}, "Previous");
+    button("cmdNext", {1420, bar, 600, h}, "Next");
+    button("cmdLast", {2030, bar, 600, h}, "Last");
+    add(*this, "lblStatus", ControlKind::Label, -1, {2700, bar + 40, 2000, 255});
+    add(*this, "Slider1", ControlKind::Slider, -1, {4750, bar, 1500, h});
+    button("cmdGrid", {6300, bar, 950, h}, "Show Grid");
+    button("cmdShowPic", {7260, bar, 950, h}, "Edit Mode");
+    button("cmdShowPicPath", {8220, bar, 1050, h}, "Picture Path ");
+    button("Command4", {50, bar2, 1100, h}, "Thumbnails");
+    button("Command5", {1160, bar2, 1100, h}, "Web Pages");
+    button("Command21", {2270, bar2, 900, h}, "MENU");
+    add(*this, "grddatagrid", ControlKind::DataGrid, -1, {50, 0, 9280, 5700}).SetVisible(false);
+}
+
+void Products::createLayoutBoard() {
+    static const std::array<const char*, 9> boxes{"Item #",  "Name",    "Picture",
+                                                  "Description", "Retail", "Cost",
+                                                  "Savings", "Details Link", "Buy Link"};
+    for (int i = 0; i < 9; ++i) {
+        double top = 600 + i * 305.0;
+        add(*this, "Label4", ControlKind::Label, i, {200, top, 1500, 285}, boxes[i]);
+        add(*this, "cmdInsrt", ControlKind::CommandButton, i, {1750, top, 800, 285}, "Insert");
+        if (i < 6) add(*this, "lstAll", ControlKind::ListBox, i, {2600, top - 20, 2000, 285});
+    }
+    add(*this, "Combo1", ControlKind::ComboBox, -1, {5000, 600, 1500, 315});
+}
+
+void Products::createDataControls() {
+    for (const char* name : {"Data1", "Data2", "Data3"})
+        add(*this, name, ControlKind::DataControl, -1, {0, 0, 1200, 300}, name).SetVisible(false);
+    Data1 = CreateDataControl();
+    Data2 = CreateDataControl();
+    Data3 = CreateDataControl();
+    for (auto* d : {Data1.get(), Data2.get(), Data3.get()}) d->SetConnect("Access 2000;");
+    Data2->SetRecordSource("Products");
+}
+
+void Products::createMenus() {
+    auto menu = [&](const std::string& name, const std::string& caption) {
+        add(*this, name, ControlKind::Menu, -1, {0, 0, 0, 0}, caption);
+    };
+    menu("mnuFile", "&File");
+    menu("mnuFileExit", "E&xit");
+    menu("mnuData", "F&orms");
+    menu("mnuDataProducts", "&Products");
+    menu("mnuDatafrmInventory", "&Inventory");
+    menu("mnuDatafrmInvoice", "In&voices");
+    menu("mnuDatafrmOrders", "&Orders");
+    menu("mnuDatafrmSales", "&Sales");
+    menu("mnuDatafrmSetup", "Company Se&tup");
+    menu("mnuDatafrmSupplier", "S&uppliers");
+    menu("mnuCustom", "&Customise");
+    menu("mnuRestore", "Restore Text Boxes");
+    menu("mnuRestoreLabels", "Restore Labels");
+    menu("mnuHelp", "&Help");
+    menu("mnuHelpTip", "&Tip of the Day");
+    menu("mnuHelpAbout", "&About");
+}
+
+void Products::wireEvents() {
+    auto click = [&](const char* control, void (Products::*procedure)()) {
+        On(control, "Click", [this, procedure](EventArgs&) { (this->*procedure)(); });
+    };
+    click("mnuFileExit", &Products::mnuFileExit_Click);
+    click("cmdClose", &Products::cmdClose_Click);
+    click("mnuDataProducts", &Products::mnuDataProducts_Click);
+    click("mnuDatafrmInventory", &Products::mnuDatafrmInventory_Click);
+    click("mnuDatafrmInvoice", &Products::mnuDatafrmInvoice_Click);
+    click("mnuDatafrmOrders", &Products::mnuDatafrmOrders_Click);
+    click("mnuDatafrmSales", &Products::mnuDatafrmSales_Click);
+    click("mnuDatafrmSetup", &Products::mnuDatafrmSetup_Click);
+    click("mnuDatafrmSupplier", &Products::mnuDatafrmSupplier_Click);
+    click("mnuHelpTip", &Products::mnuHelpTip_Click);
+    click("mnuHelpAbout", &Products::mnuHelpAbout_Click);
+    click("cmdFirst", &Products::cmdFirst_Click);
+    click("cmdLast", &Products::cmdLast_Click);
+    click("cmdNext", &Products::cmdNext_Click);
+    click("cmdPrevious", &Products::cmdPrevious_Click);
+    click("cmdGrid", &Products::cmdGrid_Click);
+    click("grddatagrid", &Products::grdDataGrid_Click);
+    On("grddatagrid", "RowColChange", [this](EventArgs&) { grdDataGrid_RowColChange(); });
+    On("Slider1", "Scroll", [this](EventArgs&) { Slider1_Scroll(); });
+    click("cmdShowPicPath", &Products::cmdShowPicPath_Click);
+    click("cmdShowPic", &Products::cmdShowPic_Click);
+    click("Command4", &Products::Command4_Click);
+    click("Command5", &Products::Command5_Click);
+}
+
+Pane& Products::Wb1() { return Runtime::Current().ui().PaneFor(*this, "Wb1"); }
+
+void Products::wirePane() {
+    // The pane may outlive the form; a form that is gone no longer hears it.
+    std::weak_ptr<int> alive = alive_;
+    Pane& pane = Wb1();
+    pane.BeforeNavigate2 = [this, alive](const std::string& url, bool& Cancel) {
+        if (!alive.expired()) Wb1_BeforeNavigate2(url, Cancel);
+    };
+    pane.NavigateComplete2 = [this, alive](const std::string& url) {
+        if (!alive.expired()) Wb1_NavigateComplete2(url);
+    };
+    pane.CommandStateChange = [this, alive] {
+        if (!alive.expired()) Wb1_CommandStateChange();
+    };
+    pane.NavigateError = [this, alive](const std::string& url) {
+        if (!alive.expired()) Wb1_NavigateError(url);
+    };
+}
+
+std::unique_ptr<Recordset> Products::primarySet() {
+    auto rs = CreateRecordset();
+    // The bound boxes follow the row first, then the form's handler runs.
+    rs->MoveComplete = [this] {
+        binding.Refresh();
+        adoPrimaryRS_MoveComplete();
+    };
+    rs->WillChangeRecord = [] {};
+    return rs;
+}
+
+void Products::bindFields() {
+    binding.Clear();
+    for (const auto& c : Controls()) {
+        if (c->Name() == "txtFields" || c->Name() == "chkFields")
+            binding.Bind(*c, *adoPrimaryRS, c->Index());
+    }
+    (*this)("grddatagrid").SetDataSource(adoprimaryrs2.get());
+    // A box shows its field as soon as it is bound.
+    binding.Refresh();
+}

@@ -1,0 +1,39 @@
+#include "shell/program.h"
+
+#include <memory>
+
+#include "forms/runtime.h"
+#include "shell/errhandler.h"
+#include "shell/frm_about.h"
+#include "shell/frm_splash.h"
+#include "shell/frm_tip.h"
+#include "shell/module.h"
+#include "shell/products.h"
+
+void RegisterForms(Runtime& rt) {
+    rt.Register("Products", [] { return std::make_unique<Products>(); });
+    rt.Register("frmTip", [] { return std::make_unique<frmTip>(); });
+    rt.Register("frmAbout", [] { return std::make_unique<frmAbout>(); });
+    rt.Register("frmSplash", [] { return std::make_unique<frmSplash>(); });
+}
+
+void SubMain() {
+    Runtime& rt = Runtime::Current();
+    startModule(rt);
+    // The first fault is reported and ends the start-up.
+    Trap on = reportTo("(Module) Module::Sub Main");
+    on([&] {
+        Form& splash = rt.Get("frmSplash");
+        rt.Show(splash);
+        rt.LetEventsRun();
+        Mod().MainForm = static_cast<Products*>(&rt.Get("Products"));
+        rt.LetEventsRun();
+        rt.Load(*Mod().MainForm);
+        rt.LetEventsRun();
+        rt.LetEventsRun();
+        rt.Show(*Mod().MainForm);
+        rt.LetEventsRun();
+        rt.Unload(splash);
+        rt.Show(rt.Get("frmTip"), vb::vbModal);
+    });
+}

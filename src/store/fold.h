@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// Text compares ignoring the case of A-Z, as the catalogue's names and values do. Inline,
+// with no locale: sorting and finding over 100,000 rows runs through here.
+inline unsigned char foldChar(char c) {
+    auto u = static_cast<unsigned char>(c);
+    return u >= 'A' && u <= 'Z' ? static_cast<unsigned char>(u + 32) : u;
+}
+
+inline int compareFolded(std::string_view a, std::string_view b) {
+    const std::size_t n = a.size() < b.size() ? a.size() : b.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        unsigned char x = foldChar(a[i]), y = foldChar(b[i]);
+        if (x != y) return x < y ? -1 : 1;
+    }
+    return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
+}
+
+inline bool equalFolded(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (foldChar(a[i]) != foldChar(b[i])) return false;
+    return true;
+}
+
+inline std::string foldCase(std::string_view s) {
+    std::string out(s);
+    for (char& c : out) c = static_cast<char>(foldChar(c));
+    return out;
+}
+
+// FNV-1a over the folded text.
+inline std::uint64_t hashFolded(std::string_view s) {
+    std::uint64_t h = 1469598103934665603ull;
+    for (char c : s) h = (h ^ foldChar(c)) * 1099511628211ull;
+    return h;
+}
