@@ -1,10 +1,17 @@
+// The program without a screen: it starts as the desktop program does, then walks every
+// product with the Next button and checks that the item page was written for each.
 #include <cstdio>
 #include <filesystem>
-#include <memory>
+#include <fstream>
+#include <sstream>
 
+#include "app/console_ui.h"
 #include "base/convert.h"
-#include "records/store.h"
-#include "shell/errhandler.h"
+#include "forms/runtime.h"
+#include "forms/settings.h"
+#include "shell/module.h"
+#include "shell/products.h"
+#include "shell/program.h"
 
 namespace {
 
@@ -15,32 +22,48 @@ std::string programFolder() {
     return ec ? std::string("./") : exe.parent_path().string() + "/";
 }
 
-const char* statementA =
-    "select PID,Category,Cost1,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,MinOrdR,MinOrdW,NoSold,"
-    "Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,Price,ProdDesc,"
-    "ProdName,ReOrder,Retail,Ship1,Ship2,StockNo,Supplier,Taxable,Weight from Products order by "
-    "StockNo";
+std::string readFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// Walks the products from the first to the last; false when a page was missing.
+bool walk(Products& form) {
+    const std::string page = CStr(Mod().AppDir) + "page.htm";
+    const long count = form.adoPrimaryRS->RecordCount();
+    bool allWritten = true;
+    for (long i = 0; i < count; ++i) {
+        if (i > 0) {
+            std::filesystem::remove(page);
+            form.cmdNext_Click();
+        }
+        const std::string stockNo = textOf(form.adoPrimaryRS->Fields("StockNo").Value());
+        const bool written = readFile(page).find("alt=\"" + stockNo + "\"") != std::string::npos;
+        allWritten = allWritten && written;
+        std::printf("%-24s %-12s page.htm %s\n", form("lblStatus").Caption().c_str(),
+                    stockNo.c_str(), written ? "written" : "MISSING");
+    }
+    return allWritten;
+}
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    std::string DBName = argc > 1 ? argv[1] : programFolder() + "tandrel2004.mde";
-    auto CatalogConn = CreateConnection();
-    auto adoPrimaryRS = CreateRecordset();
-    Trap on = reportTo("(Module) Module::Sub Main");
-    bool opened = on([&] {
-        CatalogConn->SetCursorLocation(ado::adUseClient);
-        CatalogConn->Open(connectionText(DBName));
-        adoPrimaryRS->Open(statementA, *CatalogConn);
-    });
-    if (!opened) {
-        std::printf("Can't open the catalogue %s (error %d)\n", DBName.c_str(), Err().Number);
-        return 1;
+int main() {
+    ConsoleUi ui;
+    MemorySettings settings;
+    Runtime rt(ui, settings, programFolder(), "Catalogue Manager");
+    RegisterForms(rt);
+    bool ok = false;
+    try {
+        SubMain();
+        if (Products* form = Mod().MainForm) {
+            std::printf("Catalogue: %s\n", Mod().DBName.c_str());
+            ok = walk(*form);
+            form->mnuFileExit_Click();
+        }
+    } catch (const ProgramEnded&) {
     }
-    std::printf("Catalogue: %s\nProducts: %ld\n", DBName.c_str(), adoPrimaryRS->RecordCount());
-    if (adoPrimaryRS->RecordCount() == 0) return 0;
-    for (int i = 0; i < adoPrimaryRS->FieldCount(); ++i)
-        std::printf("  %-10s %s\n", adoPrimaryRS->FieldName(i).c_str(),
-                    textOf(adoPrimaryRS->GetValue(i)).c_str());
-    return 0;
+    return ok ? 0 : 1;
 }

@@ -10,16 +10,18 @@
 
 namespace {
 
-constexpr int vbKeyEscape = 27, vbKeyPageUp = 33, vbKeyPageDown = 34, vbKeyEnd = 35,
-              vbKeyHome = 36, vbKeyUp = 38, vbKeyDown = 40;
+constexpr int vbKeyEscape = 27, vbKeyPageUp = 33, vbKeyPageDown = 34, vbKeyEnd = 35, vbKeyHome = 36,
+              vbKeyUp = 38, vbKeyDown = 40;
 constexpr int vbCtrlMask = 2;
 
 // The buttons that need a current record.
-const char* const RecordButtons[] = {"cmdDetSearch", "cmdEdit",        "cmdDelete",  "cmdFirst",
-                                     "cmdLast",      "cmdPrevious",    "cmdNext",    "cmdShowPicPath",
+const char* const RecordButtons[] = {"cmdDetSearch", "cmdEdit",     "cmdDelete", "cmdFirst",
+                                     "cmdLast",      "cmdPrevious", "cmdNext",   "cmdShowPicPath",
                                      "cmdEditRec",   "cmdDAll"};
 
-bool helpShowing() { return CBool(Mod().HelpShowing); }
+bool helpShowing() {
+    return CBool(Mod().HelpShowing);
+}
 
 }  // namespace
 
@@ -32,20 +34,24 @@ void Products::adoPrimaryRS_MoveComplete() {
     if (when(on, [&] { return adoPrimaryRS->RecordCount() < 1; })) {
         on([&] { m.HelpShowing = Variant(true); });
         on([&] { lblStatus.SetCaption("NO CURRENT RECORDS"); });
-        for (const char* button : RecordButtons) on([&] { (*this)(button).SetEnabled(false); });
+        for (const char* button : RecordButtons)
+            on([&] { (*this)(button).SetEnabled(false); });
     } else {
         on([&] { m.HelpShowing = Variant(false); });
         on([&] {
-            lblStatus.SetCaption("Record: " + CStr(Variant(static_cast<int>(adoPrimaryRS->AbsolutePosition()))) +
-                                 "  of  " + CStr(Variant(static_cast<int>(adoPrimaryRS->RecordCount()))));
+            lblStatus.SetCaption(
+                "Record: " + CStr(Variant(static_cast<int>(adoPrimaryRS->AbsolutePosition()))) +
+                "  of  " + CStr(Variant(static_cast<int>(adoPrimaryRS->RecordCount()))));
         });
         on([&] { Runtime::Current().LetEventsRun(); });
-        for (const char* button : RecordButtons) on([&] { (*this)(button).SetEnabled(true); });
+        for (const char* button : RecordButtons)
+            on([&] { (*this)(button).SetEnabled(true); });
         on([&] { Slider1.SetNum("Max", adoPrimaryRS->RecordCount()); });
         if (when(on, [&] { return Slider1.Num("Value") != adoPrimaryRS->AbsolutePosition(); }))
             on([&] { Slider1.SetNum("Value", adoPrimaryRS->AbsolutePosition()); });
         if (when(on, [&] {
-                return adoPrimaryRS->RecordCount() != Slider1.Num("Max") && adoPrimaryRS->RecordCount() > 0;
+                return adoPrimaryRS->RecordCount() != Slider1.Num("Max") &&
+                       adoPrimaryRS->RecordCount() > 0;
             }))
             on([&] { Slider1.SetNum("Max", adoPrimaryRS->RecordCount()); });
     }
@@ -53,8 +59,8 @@ void Products::adoPrimaryRS_MoveComplete() {
         // The grid follows, searching forward from its own row only.
         if (when(on, [&] { return adoprimaryrs2->RecordCount() > 0; }))
             on([&] {
-                adoprimaryrs2->Find("[PID] = '" + CStr(adoPrimaryRS->Fields("PID").Value()) + "'", 0,
-                                    ado::adSearchForward);
+                adoprimaryrs2->Find("[PID] = '" + CStr(adoPrimaryRS->Fields("PID").Value()) + "'",
+                                    0, ado::adSearchForward);
             });
         on([&] {
             int page = static_cast<int>(Val(textOf(adoPrimaryRS->Fields("PageNo").Value())));
@@ -77,7 +83,10 @@ void Products::showHelpPage(Trap& on) {
     }
     on([&] { m.HelpPageFile = Variant("intro" + CStr(m.HelpPage) + ".htm"); });
     on([&] { Wb1().Navigate2(CStr(m.AppDir) + "Help/" + CStr(m.HelpPageFile)); });
-    on([&] { (*this)("lblStatus").SetCaption("Page Number: " + CStr(::Add(m.HelpPage, Variant::Integer(1)))); });
+    on([&] {
+        (*this)("lblStatus")
+            .SetCaption("Page Number: " + CStr(::Add(m.HelpPage, Variant::Integer(1))));
+    });
 }
 
 void Products::cmdFirst_Click() {
@@ -115,7 +124,8 @@ void Products::cmdNext_Click() {
         on([&] { mbDataChanged = false; });
     } else {
         on([&] { m.HelpPage = Variant::Integer(CInt(m.HelpPage) + 1); });
-        if (when(on, [&] { return CInt(m.HelpPage) > 6; })) on([&] { m.HelpPage = Variant::Integer(6); });
+        if (when(on, [&] { return CInt(m.HelpPage) > 6; }))
+            on([&] { m.HelpPage = Variant::Integer(6); });
         showHelpPage(on);
     }
 }
@@ -124,13 +134,15 @@ void Products::cmdPrevious_Click() {
     Trap on = reportTo("(Form) Products::Sub cmdPrevious_Click");
     Module& m = Mod();
     if (when(on, [&] { return !helpShowing(); })) {
-        if (when(on, [&] { return !adoPrimaryRS->Bof(); })) on([&] { adoPrimaryRS->MovePrevious(); });
+        if (when(on, [&] { return !adoPrimaryRS->Bof(); }))
+            on([&] { adoPrimaryRS->MovePrevious(); });
         if (when(on, [&] { return adoPrimaryRS->Bof() && adoPrimaryRS->RecordCount() > 0; }))
             on([&] { adoPrimaryRS->MoveFirst(); });
         on([&] { mbDataChanged = false; });
     } else {
         on([&] { m.HelpPage = Variant::Integer(CInt(m.HelpPage) - 1); });
-        if (when(on, [&] { return CInt(m.HelpPage) <= -1; })) on([&] { m.HelpPage = Variant::Integer(-1); });
+        if (when(on, [&] { return CInt(m.HelpPage) <= -1; }))
+            on([&] { m.HelpPage = Variant::Integer(-1); });
         showHelpPage(on);
     }
 }
@@ -174,7 +186,8 @@ void Products::grdDataGrid_RowColChange() {
 void Products::Slider1_Scroll() {
     Trap on = reportTo("(Form) Products::Sub Slider1_Scroll");
     Control& Slider1 = (*this)("Slider1");
-    if (when(on, [&] { return Slider1.Num("Value") == 0; })) on([&] { Slider1.SetNum("Value", 1); });
+    if (when(on, [&] { return Slider1.Num("Value") == 0; }))
+        on([&] { Slider1.SetNum("Value", 1); });
     on([&] { adoPrimaryRS->SetAbsolutePosition(static_cast<long>(Slider1.Num("Value"))); });
 }
 
@@ -222,14 +235,25 @@ void Products::Form_KeyDown(int& KeyCode, int Shift) {
     if (mbEditFlag || mbAddNewFlag) return;
     const bool ctrl = (Shift & vbCtrlMask) != 0;
     switch (KeyCode) {
-        case vbKeyEscape: on([&] { cmdClose_Click(); }); break;
-        case vbKeyEnd: on([&] { cmdLast_Click(); }); break;
-        case vbKeyHome: on([&] { cmdFirst_Click(); }); break;
+        case vbKeyEscape:
+            on([&] { cmdClose_Click(); });
+            break;
+        case vbKeyEnd:
+            on([&] { cmdLast_Click(); });
+            break;
+        case vbKeyHome:
+            on([&] { cmdFirst_Click(); });
+            break;
         case vbKeyUp:
-        case vbKeyPageUp: on([&] { ctrl ? cmdFirst_Click() : cmdPrevious_Click(); }); break;
+        case vbKeyPageUp:
+            on([&] { ctrl ? cmdFirst_Click() : cmdPrevious_Click(); });
+            break;
         case vbKeyDown:
-        case vbKeyPageDown: on([&] { ctrl ? cmdLast_Click() : cmdNext_Click(); }); break;
-        default: break;
+        case vbKeyPageDown:
+            on([&] { ctrl ? cmdLast_Click() : cmdNext_Click(); });
+            break;
+        default:
+            break;
     }
 }
 

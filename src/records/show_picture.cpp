@@ -14,7 +14,15 @@
 
 namespace {
 
-enum Column { Cost1 = 2, Packaging = 17, PageNo = 18, Picture = 19, ProdDesc = 21, ProdName = 22, StockNo = 27 };
+enum Column {
+    Cost1 = 2,
+    Packaging = 17,
+    PageNo = 18,
+    Picture = 19,
+    ProdDesc = 21,
+    ProdName = 22,
+    StockNo = 27
+};
 
 const std::string quote = "\"";
 
@@ -25,7 +33,9 @@ std::string dirEntry(const std::string& path) {
     return std::filesystem::path(path).filename().string();
 }
 
-bool exists(const std::string& path) { return !dirEntry(path).empty(); }
+bool exists(const std::string& path) {
+    return !dirEntry(path).empty();
+}
 
 }  // namespace
 
@@ -68,7 +78,9 @@ void Products::ShowPicture() {
                 std::string p = field(Picture);
                 setPicture(Left(p, InStr(p, "S0") - 1) + Right(p, 4));
             });
-        if (when(on, [&] { return InStr(UCase(field(StockNo)), "-") > 0 && InStr(field(Picture), "-") > 0; }))
+        if (when(on, [&] {
+                return InStr(UCase(field(StockNo)), "-") > 0 && InStr(field(Picture), "-") > 0;
+            }))
             on([&] {
                 std::string p = field(Picture);
                 long at = InStr(p, "-");
@@ -85,15 +97,19 @@ void Products::ShowPicture() {
         print([&] { return "<body bgcolor=silver>"; });
         print([&] { return "<div align=" + quote + "Center" + quote + ">"; });
         print([&] {
-            return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; border-width:4; "
+            return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; "
+                   "border-width:4; "
                    "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
                    "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=" +
                    Size + "% Id = Table1>";
         });
         if (Height != "85") {
             print([&] { return "<tr>"; });
-            print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
-            print([&] { return "<p align=center><font size=4 font color=blue>" + field(StockNo) + "</font>"; });
+            print(
+                [&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+            print([&] {
+                return "<p align=center><font size=4 font color=blue>" + field(StockNo) + "</font>";
+            });
             print([&] { return "<br><font size=2>Page #" + field(PageNo) + "</font></td>"; });
             print([&] { return "</tr>"; });
             print([&] { return "<tr>"; });
@@ -106,8 +122,8 @@ void Products::ShowPicture() {
         print([&] {
             const std::string noPic = CStr(m.AppDir) + "Pictures/NoPic.jpg";
             return "<img border=0 href=" + quote + noPic + quote + " src=" + quote + noPic + quote +
-                   " height=" + Height + (Height == "85" ? " %" : "%") + " align=center alt=" + quote +
-                   field(StockNo) + quote + "></a></td>";
+                   " height=" + Height + (Height == "85" ? " %" : "%") +
+                   " align=center alt=" + quote + field(StockNo) + quote + "></a></td>";
         });
         print([&] { return "</tr>"; });
         if (Height != "85") {
@@ -116,9 +132,11 @@ void Products::ShowPicture() {
             print([&] { return "<p align=left>" + field(ProdDesc) + "</td>"; });
             print([&] { return "</tr>"; });
             print([&] { return "<tr>"; });
-            print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+            print(
+                [&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
             print([&] {
-                return "<p align=center>Your Cost: " + Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
+                return "<p align=center>Your Cost: " +
+                       Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
                        "<br><font size=1> PKG: " + field(Packaging) + "</td>";
             });
             print([&] { return "</tr>"; });
@@ -169,7 +187,8 @@ void Products::ShowPicture() {
     print([&] { return "<body bgcolor=silver>"; });
     print([&] { return "<div align=" + quote + "Center" + quote + ">"; });
     print([&] {
-        return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; border-width:4; "
+        return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; "
+               "border-width:4; "
                "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
                "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=" +
                Size + "% Id = Table1>";
@@ -177,7 +196,9 @@ void Products::ShowPicture() {
     if (Height != "85") {
         print([&] { return "<tr>"; });
         print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
-        print([&] { return "<p align=center><font size=4 font color=blue>" + field(StockNo) + "</font>"; });
+        print([&] {
+            return "<p align=center><font size=4 font color=blue>" + field(StockNo) + "</font>";
+        });
         // With no page number the cell stays open.
         if (when(on, [&] { return field(PageNo) != ""; }))
             print([&] { return "<br><font size=2>Page # " + field(PageNo) + "</font></td>"; });
@@ -190,20 +211,23 @@ void Products::ShowPicture() {
         print([&] { return "<tr>"; });
         print([&] { return "<td width=" + Size + "% align=center height=60% bgcolor=#D4D4D4>"; });
         if (m.ThumbsMode)
-            print([&] { return "<center><a href=backtothumbs>Click To Return To Thumbnails</a></center>"; });
+            print([&] {
+                return "<center><a href=backtothumbs>Click To Return To Thumbnails</a></center>";
+            });
         if (media) {
             print([&] { return "<a href=" + quote + field(ProdDesc) + quote + ">"; });
             print([&] { return "<p align=center>" + MediaText + "</p>"; });
             print([&] {
-                return "<img border=0 src=" + quote + ImagePath + quote + " src=" + quote + field(ProdDesc) +
-                       quote + " height=100 align=center alt=" + quote + field(StockNo) + quote + "></a></td>";
+                return "<img border=0 src=" + quote + ImagePath + quote + " src=" + quote +
+                       field(ProdDesc) + quote + " height=100 align=center alt=" + quote +
+                       field(StockNo) + quote + "></a></td>";
             });
         } else {
             print([&] { return "<a href=" + quote + ImagePath + quote + ">"; });
             print([&] {
                 return "<img border=0 dynsrc=" + quote + field(Picture) + quote + " src=" + quote +
-                       field(Picture) + quote + " height=260 align=center alt=" + quote + field(StockNo) + quote +
-                       "></a></td>";
+                       field(Picture) + quote + " height=260 align=center alt=" + quote +
+                       field(StockNo) + quote + "></a></td>";
             });
         }
         print([&] { return "</tr>"; });
@@ -219,7 +243,8 @@ void Products::ShowPicture() {
                 return !cost.IsNull() && CDbl(cost) != 0;
             }))
             print([&] {
-                return "<p align=center>Your Cost: " + Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
+                return "<p align=center>Your Cost: " +
+                       Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
                        "<br><font size=1> PKG: " + field(Packaging) + "</td>";
             });
         print([&] { return "</tr>"; });
@@ -229,14 +254,16 @@ void Products::ShowPicture() {
         if (media) {
             print([&] { return "<a href=" + quote + field(ProdDesc) + quote + ">"; });
             print([&] {
-                return "<img border=0 src=" + quote + ImagePath + quote + " height=100 align=center alt=" + quote +
-                       field(StockNo) + quote + "></a></td>";
+                return "<img border=0 src=" + quote + ImagePath + quote +
+                       " height=100 align=center alt=" + quote + field(StockNo) + quote +
+                       "></a></td>";
             });
         } else {
             print([&] { return "<a href=" + quote + ImagePath + quote + ">"; });
             print([&] {
-                return "<img border=0 dynsrc=" + quote + field(Picture) + quote + " height=100 align=center alt=" +
-                       quote + field(StockNo) + quote + "></a></td>";
+                return "<img border=0 dynsrc=" + quote + field(Picture) + quote +
+                       " height=100 align=center alt=" + quote + field(StockNo) + quote +
+                       "></a></td>";
             });
         }
         print([&] { return "</tr>"; });

@@ -22,7 +22,7 @@ Pattern Pattern::fromQuoted(std::string_view raw) {
 
 Pattern Pattern::exact(std::string text) {
     Pattern p;
-    p.shown_ = quoted(text);
+    p.shown_ = shownText(text);
     p.pieces_.assign(1, std::move(text));
     return p;
 }
@@ -55,7 +55,7 @@ Pattern Pattern::withApp(const std::string& folder) const {
     return p;
 }
 
-std::string quoted(std::string_view text) {
+std::string shownText(std::string_view text) {
     std::string out = "\"";
     for (char c : text) {
         switch (c) {

@@ -28,4 +28,4 @@ class Pattern {
 };
 
 // A text as a quoted, escaped script string, so that a message stays on one line.
-std::string quoted(std::string_view text);
+std::string shownText(std::string_view text);

@@ -126,6 +126,12 @@ const char* buttonName(int button) {
     return button >= 1 && button <= 7 ? names[button] : "?";
 }
 
+// "a message box", "an input box".
+std::string aDialog(DialogKind kind) {
+    std::string name = dialogName(kind);
+    return (std::string("aeiou").find(name[0]) != std::string::npos ? "an " : "a ") + name;
+}
+
 std::string programFault(const VbError& e) {
     return "a fault no procedure trapped: error " + std::to_string(e.Number()) + " (" +
            e.Description() + ")";
@@ -186,18 +192,19 @@ class Session : public ScriptedUi::Host {
 
     const Command& TakeAnswer(DialogKind kind, const std::string& prompt, int buttons) override {
         if (failure_) throw ProgramEnded{};
-        std::string open = std::string("the ") + dialogName(kind) + " " + quoted(prompt) + " open";
+        std::string open =
+            std::string("the ") + dialogName(kind) + " " + shownText(prompt) + " open";
         const Command* c = nextAction();
         if (!c) Fail(endLine_, std::string("answer ") + answerWord(kind), open);
         if (c->kind() != LineKind::Answer)
             Fail(*c, std::string("answer ") + answerWord(kind), open);
         ++pos_;
-        if (c->dialog != kind) Fail(*c, std::string("a ") + dialogName(c->dialog), open);
+        if (c->dialog != kind) Fail(*c, aDialog(c->dialog), open);
         if (kind == DialogKind::MsgBox || kind == DialogKind::InputBox) {
             Pattern wanted = ScriptPattern(c->pattern);
             if (!wanted.matches(prompt))
-                Fail(*c, std::string("a ") + dialogName(kind) + " " + wanted.shown(),
-                     std::string("the ") + dialogName(kind) + " " + quoted(prompt));
+                Fail(*c, aDialog(kind) + " " + wanted.shown(),
+                     std::string("the ") + dialogName(kind) + " " + shownText(prompt));
         }
         if (kind == DialogKind::MsgBox) {
             auto offered = buttonsOf(buttons);
@@ -562,8 +569,8 @@ class Session : public ScriptedUi::Host {
                 HeadlessPane& pane = paneOf(c);
                 std::string word = replaceApp(c.a, folder_);
                 if (pane.DocumentText().find(word) == std::string::npos)
-                    Fail(c, "a link " + quoted(word) + " in the page",
-                         "the page " + quoted(pane.DocumentText()));
+                    Fail(c, "a link " + shownText(word) + " in the page",
+                         "the page " + shownText(pane.DocumentText()));
                 pane.UserNavigate(HeadlessPane::resolveLink(word));
                 break;
             }
@@ -708,7 +715,7 @@ class Session : public ScriptedUi::Host {
             Pattern wanted = ScriptPattern(c.pattern);
             holds = wanted.matches(text);
             expected = wanted.shown();
-            found = quoted(text);
+            found = shownText(text);
         };
         switch (c.check) {
             case CheckKind::Property:
@@ -729,11 +736,11 @@ class Session : public ScriptedUi::Host {
                 bool exists = !folder_.empty() && fs::exists(path);
                 if (c.check == CheckKind::NoFile) {
                     holds = !exists;
-                    expected = "no file " + quoted(c.a);
-                    found = "the file " + quoted(path);
+                    expected = "no file " + shownText(c.a);
+                    found = "the file " + shownText(path);
                 } else if (!exists) {
-                    expected = "a file " + quoted(c.a);
-                    found = "no file " + quoted(path);
+                    expected = "a file " + shownText(c.a);
+                    found = "no file " + shownText(path);
                 } else {
                     match(readWhole(path));
                 }
@@ -747,10 +754,10 @@ class Session : public ScriptedUi::Host {
                 auto value = settings_.Read(hooks_.title, c.a, c.b);
                 if (c.check == CheckKind::NoSetting) {
                     holds = !value;
-                    expected = "no setting " + quoted(c.a) + " " + quoted(c.b);
-                    found = "the setting " + quoted(value.value_or(""));
+                    expected = "no setting " + shownText(c.a) + " " + shownText(c.b);
+                    found = "the setting " + shownText(value.value_or(""));
                 } else if (!value) {
-                    expected = "a setting " + quoted(c.a) + " " + quoted(c.b);
+                    expected = "a setting " + shownText(c.a) + " " + shownText(c.b);
                     found = "none";
                 } else {
                     match(*value);

@@ -79,10 +79,11 @@ Control* ScriptedUi::PopupMenu(Form& form, const std::string& menuName) {
                 host_.Fail(answer, "an enabled item " + wanted.shown(), "it disabled");
             return c.get();
         }
-        offered += (offered.empty() ? "" : ", ") + quoted(caption);
+        offered += (offered.empty() ? "" : ", ") + shownText(caption);
     }
     host_.Fail(answer, "an item " + wanted.shown() + " in the popup menu " + menuName,
                offered.empty() ? "no items" : "the items " + offered);
+    return nullptr;  // not reached: Fail unwinds
 }
 
 Pane& ScriptedUi::PaneFor(Form& form, const std::string& controlName) {

@@ -9,7 +9,8 @@ frmAbout::frmAbout() : Form("frmAbout") {
     SetNum("Height", 3600);
     auto add = [&](const char* name, int index, double left, double top, double width,
                    double height) -> Control& {
-        Control& c = Add(name, name[0] == 'c' ? ControlKind::CommandButton : ControlKind::Label, index);
+        Control& c =
+            Add(name, name[0] == 'c' ? ControlKind::CommandButton : ControlKind::Label, index);
         c.SetNum("Left", left);
         c.SetNum("Top", top);
         c.SetNum("Width", width);
@@ -34,4 +35,6 @@ void frmAbout::Form_Load() {
     on([&] { (*this)("lblDisclaimer", 1).SetCaption(legal::Line1); });
 }
 
-void frmAbout::cmdOK_Click() { Runtime::Current().Unload(*this); }
+void frmAbout::cmdOK_Click() {
+    Runtime::Current().Unload(*this);
+}

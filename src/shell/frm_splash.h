@@ -4,6 +4,6 @@
 
 // Stands on the screen while the program starts; it has no logic.
 class frmSplash : public Form {
-public:
+  public:
     frmSplash();
 };

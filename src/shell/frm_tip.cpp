@@ -29,7 +29,8 @@ frmTip::frmTip() : Form("frmTip") {
     place(Add("Label1", ControlKind::Label), 600, 240, 3600, 255).SetCaption("Did you know...");
     place(Add("lblTipText", ControlKind::Label), 600, 600, 3600, 2100);
     place(Add("cmdOK", ControlKind::CommandButton), 4200, 240, 1095, 375).SetCaption("OK");
-    place(Add("cmdNextTip", ControlKind::CommandButton), 4200, 720, 1095, 375).SetCaption("&Next Tip");
+    place(Add("cmdNextTip", ControlKind::CommandButton), 4200, 720, 1095, 375)
+        .SetCaption("&Next Tip");
     place(Add("chkLoadTipsAtStartup", ControlKind::CheckBox), 120, 2880, 3000, 315)
         .SetCaption("&Show Tips at Startup");
     On("cmdOK", "Click", [this](EventArgs&) { cmdOK_Click(); });
@@ -43,7 +44,10 @@ void frmTip::Form_Load() {
     Variant ShowAtStartup;
     on([&] { SetNum("Height", 3690); });
     on([&] { SetNum("Width", 5520); });
-    on([&] { ShowAtStartup = Variant(CDbl(Variant(rt.GetSetting("Options", "Show Tips at Startup", "1")))); });
+    on([&] {
+        ShowAtStartup =
+            Variant(CDbl(Variant(rt.GetSetting("Options", "Show Tips at Startup", "1"))));
+    });
     if (when(on, [&] { return CDbl(ShowAtStartup) == 0 && !Mod().TipsAsked; })) {
         on([&] { rt.Unload(*this); });
         return;
@@ -54,8 +58,8 @@ void frmTip::Form_Load() {
     if (when(on, [&] { return !LoadTips(rt.AppPath() + TipFile); }))
         on([&] {
             (*this)("lblTipText")
-                .SetCaption(std::string("There Was No ") + TipFile + " Found ? " + vb::vbCrLf + vb::vbCrLf +
-                            "You Can Create A Text File Named " + TipFile +
+                .SetCaption(std::string("There Was No ") + TipFile + " Found ? " + vb::vbCrLf +
+                            vb::vbCrLf + "You Can Create A Text File Named " + TipFile +
                             " Using NotePad With 1 Tip Per Line. " +
                             "Then Place It In The Same Directory As The Tandrel Catalog 2000 "
                             "Application. ");
@@ -66,7 +70,8 @@ bool frmTip::LoadTips(const std::string& sFile) {
     Trap on = reportTo("(Form) frmTip::Function LoadTips");
     bool loaded = false;
     std::error_code ec;
-    if (when(on, [&] { return sFile.empty() || !std::filesystem::exists(sFile, ec); })) return false;
+    if (when(on, [&] { return sFile.empty() || !std::filesystem::exists(sFile, ec); }))
+        return false;
     TextFileReader file;
     on([&] { file.open(sFile); });
     while (!when(on, [&] { return file.eof(); }))
@@ -80,19 +85,26 @@ bool frmTip::LoadTips(const std::string& sFile) {
 void frmTip::DoNextTip() {
     Trap on = reportTo("(Form) frmTip::Sub DoNextTip");
     on([&] { CurrentTip = CurrentTip + 1; });
-    if (when(on, [&] { return CurrentTip > static_cast<int>(Tips.size()); })) on([&] { CurrentTip = 1; });
+    if (when(on, [&] { return CurrentTip > static_cast<int>(Tips.size()); }))
+        on([&] { CurrentTip = 1; });
     on([&] { DisplayCurrentTip(); });
 }
 
 void frmTip::DisplayCurrentTip() {
     Trap on = reportTo("(Form) frmTip::Sub DisplayCurrentTip");
     if (when(on, [&] { return !Tips.empty(); }))
-        on([&] { (*this)("lblTipText").SetCaption(Tips.at(static_cast<std::size_t>(CurrentTip - 1))); });
+        on([&] {
+            (*this)("lblTipText").SetCaption(Tips.at(static_cast<std::size_t>(CurrentTip - 1)));
+        });
 }
 
-void frmTip::cmdNextTip_Click() { DoNextTip(); }
+void frmTip::cmdNextTip_Click() {
+    DoNextTip();
+}
 
-void frmTip::cmdOK_Click() { Runtime::Current().Unload(*this); }
+void frmTip::cmdOK_Click() {
+    Runtime::Current().Unload(*this);
+}
 
 void frmTip::chkLoadTipsAtStartup_Click() {
     Runtime::Current().SaveSetting("Options", "Show Tips at Startup",

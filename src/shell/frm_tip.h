@@ -7,7 +7,7 @@
 
 // The tip of the day: one line of TIPOFDAY.TXT at each start, and on demand.
 class frmTip : public Form {
-public:
+  public:
     frmTip();
 
     std::vector<std::string> Tips;

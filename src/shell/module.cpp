@@ -12,7 +12,9 @@ std::unique_ptr<Module>& current() {
     return module;
 }
 
-Variant integer(std::int16_t v) { return Variant::Integer(v); }
+Variant integer(std::int16_t v) {
+    return Variant::Integer(v);
+}
 
 template <class Read>
 void add(VarTable& vars, const std::string& name, Read read) {
@@ -21,7 +23,9 @@ void add(VarTable& vars, const std::string& name, Read read) {
 
 }  // namespace
 
-Module& Mod() { return *current(); }
+Module& Mod() {
+    return *current();
+}
 
 void startModule(Runtime& rt) {
     current() = std::make_unique<Module>();

@@ -14,7 +14,7 @@ class Pane;
 // The main form: the record fields, the pane `Wb1`, the menu and every bulk tool. Its
 // procedures live in the folder of their subsystem.
 class Products : public Form {
-public:
+  public:
     Products();
     ~Products() override;
 
@@ -80,7 +80,7 @@ public:
     void Wb1_CommandStateChange();
     void Wb1_NavigateError(const std::string& url);
 
-private:
+  private:
     // The controls, one group each (shell/products_controls.cpp).
     void createRecordControls();
     void createCommandPanel();

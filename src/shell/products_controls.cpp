@@ -47,16 +47,18 @@ constexpr std::array<Field, 7> mainFields{{
 
 // The other fields in three columns of seven inside the command panel.
 constexpr std::array<Field, 21> panelFields{{
-    {2, 7, "Cost 1:"},        {3, 8, "Cost 2:"},          {4, 9, "Cost 3:"},
-    {5, 10, "Cost 4:"},       {6, 11, "Cost 5:"},         {24, 12, "Retail:"},
-    {20, 13, "Sales Price:"}, {8, 23, "Inventory:"},      {13, 24, "On Order:"},
-    {23, 25, "Re-Order:"},    {11, 26, "No. Sold:"},      {30, 14, "Weight:"},
-    {10, 15, "Min Ord W:"},   {9, 16, "Min Ord R:"},      {16, 20, "Suplr Stock Info:"},
-    {25, 27, "Shipping 1:"},  {26, 28, "Shipping 2:"},    {7, 21, "Discontinued:"},
-    {14, 19, "On Special:"},  {15, 22, "Orderable:"},     {29, 30, "Taxable:"},
+    {2, 7, "Cost 1:"},        {3, 8, "Cost 2:"},       {4, 9, "Cost 3:"},
+    {5, 10, "Cost 4:"},       {6, 11, "Cost 5:"},      {24, 12, "Retail:"},
+    {20, 13, "Sales Price:"}, {8, 23, "Inventory:"},   {13, 24, "On Order:"},
+    {23, 25, "Re-Order:"},    {11, 26, "No. Sold:"},   {30, 14, "Weight:"},
+    {10, 15, "Min Ord W:"},   {9, 16, "Min Ord R:"},   {16, 20, "Suplr Stock Info:"},
+    {25, 27, "Shipping 1:"},  {26, 28, "Shipping 2:"}, {7, 21, "Discontinued:"},
+    {14, 19, "On Special:"},  {15, 22, "Orderable:"},  {29, 30, "Taxable:"},
 }};
 
-bool isCheckField(int n) { return n == 7 || n == 14 || n == 15 || n == 29; }
+bool isCheckField(int n) {
+    return n == 7 || n == 14 || n == 15 || n == 29;
+}
 
 void addField(Form& f, const Field& fd, Box label, Box box) {
     if (fd.label) {
@@ -118,9 +120,11 @@ void Products::createRecordControls() {
         const Field& fd = mainFields[i];
         bool second = fd.n == 18 || fd.n == 17;
         Box label = second ? Box{7300, top, 750, 255} : Box{labelLeft, top, 850, 255};
-        Box box = second ? Box{8100, top, 1100, 285} : Box{boxLeft, top, fd.n == 27 || fd.n == 1 ? 1500 : 3500, 285};
+        Box box = second ? Box{8100, top, 1100, 285}
+                         : Box{boxLeft, top, fd.n == 27 || fd.n == 1 ? 1500.0 : 3500.0, 285};
         addField(*this, fd, label, box);
-        if (!(i + 1 < mainFields.size() && (mainFields[i + 1].n == 18 || mainFields[i + 1].n == 17)))
+        if (!(i + 1 < mainFields.size() &&
+              (mainFields[i + 1].n == 18 || mainFields[i + 1].n == 17)))
             top += 320;
     }
     add(*this, "cmdSup", ControlKind::CommandButton, 0, {labelLeft, top - 320, 850, 285},
@@ -140,7 +144,8 @@ void Products::createRecordControls() {
 }
 
 void Products::createCommandPanel() {
-    auto button = [&](const std::string& name, int column, int row, const std::string& caption) -> Control& {
+    auto button = [&](const std::string& name, int column, int row,
+                      const std::string& caption) -> Control& {
         return add(*this, name, ControlKind::CommandButton, -1,
                    {100 + column * 1130.0, 120 + row * 320.0, 1100, 300}, caption);
     };
@@ -182,9 +187,9 @@ void Products::createBrowsingControls() {
 }
 
 void Products::createLayoutBoard() {
-    static const std::array<const char*, 9> boxes{"Item #",  "Name",    "Picture",
-                                                  "Description", "Retail", "Cost",
-                                                  "Savings", "Details Link", "Buy Link"};
+    static const std::array<const char*, 9> boxes{"Item #",      "Name",         "Picture",
+                                                  "Description", "Retail",       "Cost",
+                                                  "Savings",     "Details Link", "Buy Link"};
     for (int i = 0; i < 9; ++i) {
         double top = 600 + i * 305.0;
         add(*this, "Label4", ControlKind::Label, i, {200, top, 1500, 285}, boxes[i]);
@@ -200,7 +205,8 @@ void Products::createDataControls() {
     Data1 = CreateDataControl();
     Data2 = CreateDataControl();
     Data3 = CreateDataControl();
-    for (auto* d : {Data1.get(), Data2.get(), Data3.get()}) d->SetConnect("Access 2000;");
+    for (auto* d : {Data1.get(), Data2.get(), Data3.get()})
+        d->SetConnect("Access 2000;");
     Data2->SetRecordSource("Products");
 }
 
@@ -255,7 +261,9 @@ void Products::wireEvents() {
     click("Command5", &Products::Command5_Click);
 }
 
-Pane& Products::Wb1() { return Runtime::Current().ui().PaneFor(*this, "Wb1"); }
+Pane& Products::Wb1() {
+    return Runtime::Current().ui().PaneFor(*this, "Wb1");
+}
 
 void Products::wirePane() {
     // The pane may outlive the form; a form that is gone no longer hears it.

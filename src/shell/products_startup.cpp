@@ -30,7 +30,9 @@ bool fileExists(const std::string& path) {
     return std::filesystem::is_regular_file(path, ec);
 }
 
-std::string numbered(const std::string& key, int n) { return key + "(" + std::to_string(n) + ")"; }
+std::string numbered(const std::string& key, int n) {
+    return key + "(" + std::to_string(n) + ")";
+}
 
 }  // namespace
 
@@ -43,25 +45,31 @@ void Products::Form_Load() {
     on([&] { m.AppDir = Variant(rt.AppPath()); });
     on([&] { m.PictureDir = Variant(CStr(m.AppDir) + "Pictures/"); });
     if (when(on, [&] { return m.DBName.empty(); }))
-        on([&] { m.DBName = rt.GetSetting("Settings", "DBName", CStr(m.AppDir) + "tandrel2004.mde"); });
+        on([&] {
+            m.DBName = rt.GetSetting("Settings", "DBName", CStr(m.AppDir) + "tandrel2004.mde");
+        });
     for (int n = 1; n <= 30; ++n) {
         if (n != 1 && n != 17 && n != 19 && n != 28) {
             on([&] {
                 Control& label = (*this)("Label3", n);
-                label.SetCaption(rt.GetSetting("Settings", numbered("LabelName", n), label.Caption()));
+                label.SetCaption(
+                    rt.GetSetting("Settings", numbered("LabelName", n), label.Caption()));
             });
             for (int k = 0; k <= 5; ++k)
                 on([&] { (*this)("lstAll", k).AddItem((*this)("Label3", n).Caption(), n - 1); });
         } else {
-            for (int k = 0; k <= 5; ++k) on([&] { (*this)("lstAll", k).AddItem("N/A", n - 1); });
+            for (int k = 0; k <= 5; ++k)
+                on([&] { (*this)("lstAll", k).AddItem("N/A", n - 1); });
         }
         if (n != 7 && n != 14 && n != 15 && n != 29)
             on([&] {
                 (*this)("txtFields", n)
-                    .SetVisible(CBool(Variant(rt.GetSetting("Settings", numbered("HideText", n), "True"))));
+                    .SetVisible(
+                        CBool(Variant(rt.GetSetting("Settings", numbered("HideText", n), "True"))));
             });
     }
-    for (int k = 0; k <= 5; ++k) on([&] { (*this)("lstAll", k).AddItem("Picture"); });
+    for (int k = 0; k <= 5; ++k)
+        on([&] { (*this)("lstAll", k).AddItem("Picture"); });
     if (when(on, [&] { return m.DBName.empty(); }))
         on([&] { m.DBName = CStr(m.AppDir) + "Tandrel2004.mde"; });
     on([&] { SetCaption(m.DBName); });
@@ -72,10 +80,14 @@ void Products::Form_Load() {
     on([&] { CatalogConn->SetCursorLocation(ado::adUseClient); });
     on([&] { CatalogConn->Open(connectionText(m.DBName), "", ""); });
     on([&] { adoPrimaryRS = primarySet(); });
-    on([&] { adoPrimaryRS->Open(StatementA, *CatalogConn, ado::adOpenStatic, ado::adLockOptimistic); });
+    on([&] {
+        adoPrimaryRS->Open(StatementA, *CatalogConn, ado::adOpenStatic, ado::adLockOptimistic);
+    });
     on([&] { rt.LetEventsRun(); });
     on([&] { adoprimaryrs2 = CreateRecordset(); });
-    on([&] { adoprimaryrs2->Open(StatementB, *CatalogConn, ado::adOpenStatic, ado::adLockOptimistic); });
+    on([&] {
+        adoprimaryrs2->Open(StatementB, *CatalogConn, ado::adOpenStatic, ado::adLockOptimistic);
+    });
     on([&] { rt.LetEventsRun(); });
     on([&] { mbAddNewFlag = false; });
     on([&] { bindFields(); });
@@ -92,7 +104,8 @@ void Products::Form_Load() {
     on([&] { m.ImageSizeAttr = " width=100"; });
     on([&] { m.ImageBorder = Variant::Integer(1); });
     for (auto& side : m.FontNameOf)
-        for (auto& name : side) name = "MS Sans Serif";
+        for (auto& name : side)
+            name = "MS Sans Serif";
     on([&] { m.Marks.assign(static_cast<std::size_t>(adoPrimaryRS->RecordCount()), 0); });
     Control& combo = (*this)("Combo1");
     for (const char* cost : {"Retail", "Cost1", "Cost2", "Cost3", "Cost4", "Cost5"})
@@ -109,7 +122,9 @@ void Products::Form_Activate() {
     on([&] { rt.SetMousePointer(vbNormal); });
     on([&] { (*this)("txtFields", 19).SetVisible(false); });
     if (when(on, [&] { return m.SoldQty > 0; })) {
-        on([&] { adoPrimaryRS->Find("StockNo = '" + CStr(m.PassedKey) + "'", 0, ado::adSearchForward); });
+        on([&] {
+            adoPrimaryRS->Find("StockNo = '" + CStr(m.PassedKey) + "'", 0, ado::adSearchForward);
+        });
         on([&] {
             Control& inventory = (*this)("txtFields", 8);
             inventory.SetText(CStr(Variant::Double(CDbl(Variant(inventory.Text())) - m.SoldQty)));
@@ -153,8 +168,9 @@ void Products::Form_QueryUnload(int& Cancel, int /*UnloadMode*/) {
     Trap on = reportTo("(Form) Products::Sub Form_QueryUnload");
     if (when(on, [&] { return (*this)("Command2").Visible(); })) {
         on([&] {
-            MsgBox("You Have An Open Order! Please Click On The 'Order Done' Button To Finish Your "
-                   "Last Order");
+            MsgBox(
+                "You Have An Open Order! Please Click On The 'Order Done' Button To Finish Your "
+                "Last Order");
         });
         on([&] { Cancel = 1; });
     }
@@ -199,9 +215,13 @@ void Products::ReBuildDB() {
     on([&] { binding.Clear(); });
     on([&] { (*this)("grddatagrid").SetDataSource(nullptr); });
     on([&] { adoPrimaryRS = primarySet(); });
-    on([&] { adoPrimaryRS->Open(StatementA, *CatalogConn, ado::adOpenStatic, ado::adLockOptimistic); });
+    on([&] {
+        adoPrimaryRS->Open(StatementA, *CatalogConn, ado::adOpenStatic, ado::adLockOptimistic);
+    });
     on([&] { adoprimaryrs2 = CreateRecordset(); });
-    on([&] { adoprimaryrs2->Open(StatementB, *CatalogConn, ado::adOpenStatic, ado::adLockOptimistic); });
+    on([&] {
+        adoprimaryrs2->Open(StatementB, *CatalogConn, ado::adOpenStatic, ado::adLockOptimistic);
+    });
     on([&] { bindFields(); });
     on([&] { m.SearchFormOpen = Variant(false); });
     on([&] { mbDataChanged = false; });

@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include "forms/form.h"
+#include "vb_expect.h"
+
+namespace {
+
+// A form whose events count themselves.
+struct Counting : ::testing::Test {
+    Form form{"frmTest"};
+    int changes = 0, clicks = 0;
+    std::vector<int> clickedIndexes;
+
+    void SetUp() override {
+        form.Add("txtName", ControlKind::TextBox);
+        form.Add("lstItems", ControlKind::ListBox);
+        form.Add("chkOn", ControlKind::CheckBox);
+        for (int i = 0; i < 3; ++i)
+            form.Add("lblCell", ControlKind::Label, i);
+        form.On("txtName", "Change", [this](EventArgs&) { ++changes; });
+        form.On("lstItems", "Click", [this](EventArgs&) { ++clicks; });
+        form.On("chkOn", "Click", [this](EventArgs&) { ++clicks; });
+        form.On("lblCell", "Click", [this](EventArgs& e) { clickedIndexes.push_back(e.Index); });
+    }
+};
+
+}  // namespace
+
+TEST_F(Counting, TextWriteFiresChangeOnlyWhenTheTextDiffers) {
+    form("txtName").SetText("Ann");
+    form("txtName").SetText("Ann");
+    EXPECT_EQ(changes, 1);
+    form("txtName").SetText("Bob");
+    EXPECT_EQ(changes, 2);
+    form("txtName").SetText("");
+    EXPECT_EQ(changes, 3);
+    EXPECT_EQ(form("txtName").Text(), "");
+}
+
+TEST_F(Counting, ListIndexWriteFiresClickWhenItChanges) {
+    Control& list = form("lstItems");
+    list.AddItem("apple");
+    list.AddItem("pear");
+    list.SetListIndex(1);
+    EXPECT_EQ(clicks, 1);
+    list.SetListIndex(1);
+    EXPECT_EQ(clicks, 1);
+    list.SetListIndex(-1);
+    EXPECT_EQ(clicks, 2);
+    EXPECT_VBERROR(list.SetListIndex(2), 380);
+    EXPECT_EQ(list.ListIndex(), -1);
+}
+
+TEST_F(Counting, ComboBoxTextFollowsItsListIndex) {
+    Control& combo = form.Add("cboKind", ControlKind::ComboBox);
+    combo.AddItem("Retail");
+    combo.AddItem("Cost1");
+    combo.SetListIndex(1);
+    EXPECT_EQ(combo.Text(), "Cost1");
+}
+
+TEST_F(Counting, CheckBoxValueWriteFiresClick) {
+    form("chkOn").SetValue(Variant::Integer(1));
+    EXPECT_EQ(clicks, 1);
+    form("chkOn").SetValue(Variant::Integer(1));
+    EXPECT_EQ(clicks, 1);
+    form("chkOn").SetValue(Variant::Integer(0));
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(Counting, ControlArraysAreReachedByIndexAndShareOneProcedure) {
+    form("lblCell", 2).Raise("Click");
+    form("lblCell", 0).Raise("Click");
+    EXPECT_EQ(clickedIndexes, (std::vector<int>{2, 0}));
+    EXPECT_EQ(form("lblCell", 1).Path(), "lblCell(1)");
+    EXPECT_EQ(form.Find("LBLCELL", 1), &form("lblCell", 1));
+}
+
+TEST_F(Counting, MissingControlIsFault340) {
+    EXPECT_VBERROR(form("cmdNope"), 340);
+    EXPECT_VBERROR(form("lblCell", 3), 340);
+    EXPECT_VBERROR(form("lblCell"), 340);
+    EXPECT_EQ(form.Find("txtName", 0), nullptr);
+}
+
+TEST_F(Counting, UnknownPropertyIsFault438) {
+    EXPECT_VBERROR(form("txtName").Property("Caption"), 438);
+    EXPECT_VBERROR(form("lblCell", 0).SetProperty("Text", Variant("x")), 438);
+    EXPECT_VBERROR(form.Property("Colour"), 438);
+    EXPECT_VBERROR(form.SetProperty("Colour", Variant(1)), 438);
+    EXPECT_FALSE(form("lblCell", 0).HasProperty("Text"));
+}
+
+TEST_F(Counting, PropertiesKeepTheirKind) {
+    Control& box = form("txtName");
+    box.SetProperty("Text", Variant(12));
+    EXPECT_EQ(box.Text(), "12");
+    box.SetProperty("Visible", Variant(0));
+    EXPECT_FALSE(box.Visible());
+    box.SetProperty("Left", Variant("150"));
+    EXPECT_EQ(box.Num("Left"), 150);
+    EXPECT_EQ(form("lstItems").Property("ListCount").Number(), 0);
+}
+
+TEST_F(Counting, ObserversHearEveryPropertyWrite) {
+    std::vector<std::string> heard;
+    form.Observe([&](Form&, Control* c, std::string_view p) {
+        heard.push_back((c ? c->Path() : std::string("form")) + "." + std::string(p));
+    });
+    form("txtName").SetText("x");
+    form.SetCaption("Title");
+    EXPECT_EQ(heard, (std::vector<std::string>{"txtName.Text", "form.Caption"}));
+}
