@@ -53,7 +53,7 @@ bool walk(Products& form) {
 int main() {
     ConsoleUi ui;
     MemorySettings settings;
-    Runtime rt(ui, settings, programFolder(), "Catalogue Manager");
+    Runtime rt(ui, settings, programFolder(), ProgramTitle);
     RegisterForms(rt);
     bool ok = false;
     try {

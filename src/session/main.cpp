@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     ProgramHooks hooks;
     hooks.registerForms = RegisterForms;
     hooks.subMain = SubMain;
+    hooks.title = ProgramTitle;
     RunnerOptions options;
     options.programDir = SESSION_PROGRAM_DIR;
     options.fixturesDir = SESSION_FIXTURES_DIR;

@@ -13,7 +13,7 @@ struct ProgramHooks {
     std::function<void(Runtime&)> registerForms;
     std::function<void()> subMain;
     // The program's title: the application name of its stored settings.
-    std::string title = "Tandrel Catalog";
+    std::string title;
 };
 
 // Where the runner finds the shipped data of its build.

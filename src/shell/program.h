@@ -2,6 +2,9 @@
 
 class Runtime;
 
+// The program's title: the name its settings are stored under and the title of its boxes.
+inline constexpr const char* ProgramTitle = "Catalogue Manager";
+
 // Makes every form of the program known to the runtime by its name.
 void RegisterForms(Runtime& rt);
 
