@@ -28,6 +28,7 @@
 
 #include "base/variant.h"
 #include "base/vb_error.h"
+#include "records/product_statements.h"
 #include "records/store.h"
 #include "store/catalogue_builder.h"
 #include "store/recordset.h"
@@ -40,17 +41,6 @@ using Clock = std::chrono::steady_clock;
 double msBetween(Clock::time_point a, Clock::time_point b) {
     return std::chrono::duration<double, std::milli>(b - a).count();
 }
-
-// The two statements the product form opens.
-const char* const kStatementA =
-    "select PID,Category,Cost1,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,MinOrdR,MinOrdW,NoSold,"
-    "Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,Price,ProdDesc,"
-    "ProdName,ReOrder,Retail,Ship1,Ship2,StockNo,Supplier,Taxable,Weight from Products order by "
-    "StockNo";
-const char* const kStatementB =
-    "select StockNo,ProdName,Category,Cost1,Retail,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,"
-    "MinOrdR,MinOrdW,NoSold,Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,"
-    "Price,ProdDesc,ReOrder,Ship1,Ship2,Supplier,Taxable,Weight,PID from Products order by StockNo";
 
 const char* const kFilter = "StockNo like '*AB*' and Cost1 > 5";
 const char* const kFilterSort = "Category, StockNo";
@@ -384,9 +374,9 @@ int run(const std::string& folder, int rows) {
         auto a = CreateRecordset();
         auto b = CreateRecordset();
         auto t0 = Clock::now();
-        a->Open(kStatementA, *conn);
+        a->Open(StatementA, *conn);
         auto t1 = Clock::now();
-        b->Open(kStatementB, *conn);
+        b->Open(StatementB, *conn);
         auto t2 = Clock::now();
         bestA = std::min(bestA, msBetween(t0, t1));
         bestB = std::min(bestB, msBetween(t1, t2));

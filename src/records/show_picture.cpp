@@ -52,6 +52,45 @@ void Products::ShowPicture() {
     };
     TextFileWriter page;
     auto print = [&](auto line) { on([&] { page.printLine(line()); }); };
+    // The blocks that the page with a picture and the page without share.
+    auto commonStart = [&] {
+        print([&] { return "<body>"; });
+        print([&] { return "<body bgcolor=silver>"; });
+        print([&] { return "<div align=" + quote + "Center" + quote + ">"; });
+        print([&] {
+            return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; "
+                   "border-width:4; "
+                   "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
+                   "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=" +
+                   Size + "% Id = Table1>";
+        });
+    };
+    auto nameRow = [&] {
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
+        print([&] { return "<p align=center>" + field(ProdName) + "</td>"; });
+        print([&] { return "</tr>"; });
+    };
+    // The description row and the opening of the cost cell's row.
+    auto footerStart = [&] {
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
+        print([&] { return "<p align=left>" + field(ProdDesc) + "</td>"; });
+        print([&] { return "</tr>"; });
+        print([&] { return "<tr>"; });
+        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+    };
+    auto costLine = [&] {
+        print([&] {
+            return "<p align=center>Your Cost: " +
+                   Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
+                   "<br><font size=1> PKG: " + field(Packaging) + "</td>";
+        });
+    };
+    auto commonEnd = [&] {
+        print([&] { return "</table>"; });
+        print([&] { return "</body>"; });
+    };
 
     if (when(on, [&] { return CBool(m.HelpShowing); })) {
         on([&] { showHelpStart(); });
@@ -93,16 +132,7 @@ void Products::ShowPicture() {
     if (PicFile.empty()) {
         // The page with no picture.
         on([&] { page.open(CStr(m.AppDir) + "page.htm"); });
-        print([&] { return "<body>"; });
-        print([&] { return "<body bgcolor=silver>"; });
-        print([&] { return "<div align=" + quote + "Center" + quote + ">"; });
-        print([&] {
-            return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; "
-                   "border-width:4; "
-                   "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
-                   "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=" +
-                   Size + "% Id = Table1>";
-        });
+        commonStart();
         if (Height != "85") {
             print([&] { return "<tr>"; });
             print(
@@ -112,10 +142,7 @@ void Products::ShowPicture() {
             });
             print([&] { return "<br><font size=2>Page #" + field(PageNo) + "</font></td>"; });
             print([&] { return "</tr>"; });
-            print([&] { return "<tr>"; });
-            print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
-            print([&] { return "<p align=center>" + field(ProdName) + "</td>"; });
-            print([&] { return "</tr>"; });
+            nameRow();
         }
         print([&] { return "<tr>"; });
         print([&] { return "<td width=" + Size + "% align=center height=60% bgcolor=#D4D4D4>"; });
@@ -127,22 +154,11 @@ void Products::ShowPicture() {
         });
         print([&] { return "</tr>"; });
         if (Height != "85") {
-            print([&] { return "<tr>"; });
-            print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
-            print([&] { return "<p align=left>" + field(ProdDesc) + "</td>"; });
-            print([&] { return "</tr>"; });
-            print([&] { return "<tr>"; });
-            print(
-                [&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
-            print([&] {
-                return "<p align=center>Your Cost: " +
-                       Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
-                       "<br><font size=1> PKG: " + field(Packaging) + "</td>";
-            });
+            footerStart();
+            costLine();
             print([&] { return "</tr>"; });
         }
-        print([&] { return "</table>"; });
-        print([&] { return "</body>"; });
+        commonEnd();
         on([&] { page.close(); });
         on([&] { Wb1().Navigate2(CStr(m.AppDir) + "page.htm"); });
         return;
@@ -183,16 +199,7 @@ void Products::ShowPicture() {
 
     on([&] { mbAddNewFlag = true; });
     on([&] { page.open(CStr(m.AppDir) + "page.htm"); });
-    print([&] { return "<body>"; });
-    print([&] { return "<body bgcolor=silver>"; });
-    print([&] { return "<div align=" + quote + "Center" + quote + ">"; });
-    print([&] {
-        return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; "
-               "border-width:4; "
-               "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
-               "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=" +
-               Size + "% Id = Table1>";
-    });
+    commonStart();
     if (Height != "85") {
         print([&] { return "<tr>"; });
         print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
@@ -203,10 +210,7 @@ void Products::ShowPicture() {
         if (when(on, [&] { return field(PageNo) != ""; }))
             print([&] { return "<br><font size=2>Page # " + field(PageNo) + "</font></td>"; });
         print([&] { return "</tr>"; });
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
-        print([&] { return "<p align=center>" + field(ProdName) + "</td>"; });
-        print([&] { return "</tr>"; });
+        nameRow();
 
         print([&] { return "<tr>"; });
         print([&] { return "<td width=" + Size + "% align=center height=60% bgcolor=#D4D4D4>"; });
@@ -232,21 +236,12 @@ void Products::ShowPicture() {
         }
         print([&] { return "</tr>"; });
 
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
-        print([&] { return "<p align=left>" + field(ProdDesc) + "</td>"; });
-        print([&] { return "</tr>"; });
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+        footerStart();
         if (when(on, [&] {
                 Variant cost = adoPrimaryRS->GetValue(Cost1);
                 return !cost.IsNull() && CDbl(cost) != 0;
             }))
-            print([&] {
-                return "<p align=center>Your Cost: " +
-                       Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
-                       "<br><font size=1> PKG: " + field(Packaging) + "</td>";
-            });
+            costLine();
         print([&] { return "</tr>"; });
     } else {
         print([&] { return "<tr>"; });
@@ -268,8 +263,7 @@ void Products::ShowPicture() {
         }
         print([&] { return "</tr>"; });
     }
-    print([&] { return "</table>"; });
-    print([&] { return "</body>"; });
+    commonEnd();
     on([&] { page.close(); });
     on([&] { mbAddNewFlag = false; });
     on([&] { Wb1().Navigate2(CStr(m.AppDir) + "page.htm"); });

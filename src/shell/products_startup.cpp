@@ -3,6 +3,7 @@
 
 #include "base/convert.h"
 #include "forms/runtime.h"
+#include "records/product_statements.h"
 #include "records/store.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
@@ -10,17 +11,6 @@
 #include "shell/when.h"
 
 namespace {
-
-// The product list in field order A (the record fields) and B (the grid).
-const char* const StatementA =
-    "select PID,Category,Cost1,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,MinOrdR,MinOrdW,NoSold,"
-    "Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,Price,ProdDesc,"
-    "ProdName,ReOrder,Retail,Ship1,Ship2,StockNo,Supplier,Taxable,Weight from Products order by "
-    "StockNo";
-const char* const StatementB =
-    "select StockNo,ProdName,Category,Cost1,Retail,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,"
-    "MinOrdR,MinOrdW,NoSold,Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,"
-    "Price,ProdDesc,ReOrder,Ship1,Ship2,Supplier,Taxable,Weight,PID from Products order by StockNo";
 
 constexpr int vbMinimized = 1;
 constexpr int vbNormal = vb::vbDefault;

@@ -22,7 +22,7 @@ struct BindingTest : ::testing::Test {
             "INSERT INTO Products (StockNo, ProdName, Cost1, OnSpecial) VALUES "
             "('A1', 'Apple', 2.5, -1), ('B2', 'Bean', NULL, 0);");
         conn = cat.connect();
-        rs = cat.open(kStatementA, *conn);
+        rs = cat.open(StatementA, *conn);
         rs->MoveComplete = [this] { binding.Refresh(); };
         form.Observe([this](Form&, Control* c, std::string_view p) {
             if (c) binding.Changed(*c, p);

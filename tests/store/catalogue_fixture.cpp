@@ -9,16 +9,6 @@
 #include "store/catalogue_builder.h"
 #include "store/sqlite_file.h"
 
-const char* const kStatementA =
-    "select PID,Category,Cost1,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,MinOrdR,MinOrdW,NoSold,"
-    "Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,Price,ProdDesc,"
-    "ProdName,ReOrder,Retail,Ship1,Ship2,StockNo,Supplier,Taxable,Weight from Products order by "
-    "StockNo";
-const char* const kStatementB =
-    "select StockNo,ProdName,Category,Cost1,Retail,Cost2,Cost3,Cost4,Cost5,Disco,Inventory,"
-    "MinOrdR,MinOrdW,NoSold,Notes,OnOrder,OnSpecial,Orderable,OutStock,Packaging,PageNo,Picture,"
-    "Price,ProdDesc,ReOrder,Ship1,Ship2,Supplier,Taxable,Weight,PID from Products order by StockNo";
-
 TempCatalogue::TempCatalogue(bool withSample) {
     static std::atomic<int> serial{0};
     folder_ = (std::filesystem::temp_directory_path() /
@@ -48,10 +38,18 @@ std::string TempCatalogue::query(const std::string& select) const {
         out += first ? "" : "|";
         first = false;
         switch (v.type) {
-            case StoredValue::Type::Null: out += "Null"; break;
-            case StoredValue::Type::Integer: out += std::to_string(v.i); break;
-            case StoredValue::Type::Real: out += CStr(Variant::Double(v.r)); break;
-            case StoredValue::Type::Text: out += v.text; break;
+            case StoredValue::Type::Null:
+                out += "Null";
+                break;
+            case StoredValue::Type::Integer:
+                out += std::to_string(v.i);
+                break;
+            case StoredValue::Type::Real:
+                out += CStr(Variant::Double(v.r));
+                break;
+            case StoredValue::Type::Text:
+                out += v.text;
+                break;
         }
     }
     return out;
@@ -64,7 +62,8 @@ std::unique_ptr<Connection> TempCatalogue::connect() const {
     return conn;
 }
 
-std::unique_ptr<Recordset> TempCatalogue::open(const std::string& statement, Connection& conn) const {
+std::unique_ptr<Recordset> TempCatalogue::open(const std::string& statement,
+                                               Connection& conn) const {
     auto rs = CreateRecordset();
     rs->Open(statement, conn);
     return rs;

@@ -3,12 +3,13 @@
 #include <memory>
 #include <string>
 
+#include "records/product_statements.h"
 #include "records/store.h"
 
 // A catalogue file of its own in a fresh temporary folder, built from the shipped schema
 // (and the sample rows when asked), removed afterwards.
 class TempCatalogue {
-public:
+  public:
     explicit TempCatalogue(bool withSample = false);
     ~TempCatalogue();
 
@@ -21,10 +22,6 @@ public:
     std::unique_ptr<Connection> connect() const;
     std::unique_ptr<Recordset> open(const std::string& statement, Connection& conn) const;
 
-private:
+  private:
     std::string folder_, path_;
 };
-
-// The select statements of the product form and its grid.
-extern const char* const kStatementA;
-extern const char* const kStatementB;

@@ -45,7 +45,7 @@ TEST(Connection, AnotherProviderIsNotFound) {
 TEST(Connection, ARecordSetOnAClosedConnectionFails) {
     auto conn = CreateConnection();
     auto rs = CreateRecordset();
-    EXPECT_VBERROR(rs->Open(kStatementA, *conn), 3709);
+    EXPECT_VBERROR(rs->Open(StatementA, *conn), 3709);
     EXPECT_EQ(rs->State(), ado::adStateClosed);
 }
 

@@ -20,7 +20,7 @@ struct Criteria : ::testing::Test {
             "('CD3', 'Paint Pot', 'Paint', '10', 5.5, 8.5, 0, NULL),"
             "('EF4', 'Brush', NULL, NULL, NULL, 20, 0, 'Bolt');");
         conn = cat.connect();
-        rs = cat.open(kStatementA, *conn);
+        rs = cat.open(StatementA, *conn);
     }
     std::string rows(const std::string& criteria) {
         rs->SetFilter(criteria);

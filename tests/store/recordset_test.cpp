@@ -23,7 +23,7 @@ struct Three : ::testing::Test {
         conn = cat.connect();
         rs = CreateRecordset();
         rs->MoveComplete = [this] { ++moves; };
-        rs->Open(kStatementA, *conn);
+        rs->Open(StatementA, *conn);
     }
     std::string stock() { return CStr(rs->Fields("StockNo").Value()); }
 };
@@ -31,7 +31,7 @@ struct Three : ::testing::Test {
 TEST(EmptyCatalogue, BofAndEofAreBothTrueAndCountIsZero) {
     TempCatalogue cat;
     auto conn = cat.connect();
-    auto rs = cat.open(kStatementA, *conn);
+    auto rs = cat.open(StatementA, *conn);
     EXPECT_TRUE(rs->Bof());
     EXPECT_TRUE(rs->Eof());
     EXPECT_EQ(rs->RecordCount(), 0);
@@ -250,7 +250,7 @@ TEST_F(Three, WillChangeIsRaisedBeforeAnUpdate) {
 }
 
 TEST_F(Three, AnotherRecordSetSeesAChangeOnlyAfterRequery) {
-    auto other = cat.open(kStatementB, *conn);
+    auto other = cat.open(StatementB, *conn);
     rs->Fields("ProdName").SetValue("Quince");
     rs->Update();
     EXPECT_EQ(CStr(other->Fields("ProdName").Value()), "Apple");
@@ -268,7 +268,7 @@ TEST_F(Three, RequeryKeepsFilterAndSort) {
 }
 
 TEST_F(Three, AClosedSetRefusesAndAnOpenOneCannotOpenAgain) {
-    EXPECT_VBERROR(rs->Open(kStatementA, *conn), 3705);
+    EXPECT_VBERROR(rs->Open(StatementA, *conn), 3705);
     rs->Close();
     EXPECT_EQ(rs->State(), ado::adStateClosed);
     EXPECT_VBERROR(rs->MoveFirst(), 3704);
@@ -294,7 +294,7 @@ TEST_F(Three, AnEmptiedNumberBoxStoresNull) {
 TEST(SampleCatalogue, HoldsAtLeastFortyProductsOverSeveralCategories) {
     TempCatalogue cat(true);
     auto conn = cat.connect();
-    auto rs = cat.open(kStatementA, *conn);
+    auto rs = cat.open(StatementA, *conn);
     EXPECT_GE(rs->RecordCount(), 40);
     EXPECT_GE(std::stoi(cat.query("select count(distinct Category) from Products")), 4);
     EXPECT_GE(std::stoi(cat.query("select count(*) from Supplier")), 2);
