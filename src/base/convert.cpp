@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "base/dates.h"
+#include "base/fold.h"
 #include "base/vb_error.h"
 
 namespace {
@@ -100,17 +101,6 @@ double strictOrThrow(const Variant& v) {
         default:
             return v.Number();
     }
-}
-
-char lower(char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalsNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (lower(a[i]) != lower(b[i])) return false;
-    return true;
 }
 
 std::string_view trimBlanks(std::string_view s) {
@@ -241,8 +231,8 @@ std::int32_t CLng(const Variant& v) {
 bool CBool(const Variant& v) {
     if (v.IsString()) {
         const std::string_view s = trimBlanks(v.Str());
-        if (equalsNoCase(s, "True")) return true;
-        if (equalsNoCase(s, "False")) return false;
+        if (equalFolded(s, "True")) return true;
+        if (equalFolded(s, "False")) return false;
     }
     return strictOrThrow(v) != 0;
 }

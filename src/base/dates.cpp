@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "base/fold.h"
 #include "base/variant.h"
 #include "base/vb_error.h"
 
@@ -49,17 +50,6 @@ int windowYear(int y) {
     if (y >= 0 && y < 30) return 2000 + y;
     if (y >= 30 && y < 100) return 1900 + y;
     return y;
-}
-
-char lower(char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalsNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (lower(a[i]) != lower(b[i])) return false;
-    return true;
 }
 
 // A small cursor over the text being parsed.
@@ -128,9 +118,9 @@ bool parseTimePart(Reader& r, double& fraction) {
     if (r.accept(':') && !r.number(s, ns, 2)) return false;
     if (mi > 59 || s > 59) return false;
     r.skipBlanks();
-    if (r.i + 1 < r.s.size() && (lower(r.peek()) == 'a' || lower(r.peek()) == 'p') &&
-        lower(r.s[r.i + 1]) == 'm') {
-        const bool pm = lower(r.peek()) == 'p';
+    if (r.i + 1 < r.s.size() && (foldChar(r.peek()) == 'a' || foldChar(r.peek()) == 'p') &&
+        foldChar(r.s[r.i + 1]) == 'm') {
+        const bool pm = foldChar(r.peek()) == 'p';
         r.i += 2;
         if (h < 1 || h > 12) return false;
         if (h == 12) h = 0;
@@ -171,12 +161,11 @@ int secondsOfDay(double serial) {
 std::string formatDate(double serial, std::string_view mask) {
     int y = 0, m = 0, d = 0;
     splitDate(serial, y, m, d);
-    if (equalsNoCase(mask, "MM/DD/YY"))
+    if (equalFolded(mask, "MM/DD/YY"))
         return twoDigits(m) + "/" + twoDigits(d) + "/" + twoDigits(((y % 100) + 100) % 100);
-    if (equalsNoCase(mask, "MM/DD/YYYY"))
+    if (equalFolded(mask, "MM/DD/YYYY"))
         return twoDigits(m) + "/" + twoDigits(d) + "/" + std::to_string(y);
-    if (equalsNoCase(mask, "Short Date") || equalsNoCase(mask, "M/D/YYYY"))
-        return shortDate(serial);
+    if (equalFolded(mask, "Short Date") || equalFolded(mask, "M/D/YYYY")) return shortDate(serial);
     throw VbError(vberr::InvalidProcedureCall);
 }
 

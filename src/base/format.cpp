@@ -6,24 +6,14 @@
 
 #include "base/convert.h"
 #include "base/dates.h"
+#include "base/fold.h"
 #include "base/vb_error.h"
 
 namespace {
 
-char lower(char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalsNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (lower(a[i]) != lower(b[i])) return false;
-    return true;
-}
-
 bool isDateMask(std::string_view mask) {
-    return equalsNoCase(mask, "MM/DD/YY") || equalsNoCase(mask, "MM/DD/YYYY") ||
-           equalsNoCase(mask, "Short Date") || equalsNoCase(mask, "M/D/YYYY");
+    return equalFolded(mask, "MM/DD/YY") || equalFolded(mask, "MM/DD/YYYY") ||
+           equalFolded(mask, "Short Date") || equalFolded(mask, "M/D/YYYY");
 }
 
 // A number mask taken apart.

@@ -680,26 +680,7 @@ class Session : public ScriptedUi::Host {
     std::string sqlText(const Command& c) {
         std::string out;
         try {
-            bool first = true;
-            for (const auto& v :
-                 SqliteFile::open(cataloguePath())->firstColumn(replaceApp(c.a, folder_))) {
-                if (!first) out += "|";
-                first = false;
-                switch (v.type) {
-                    case StoredValue::Type::Null:
-                        out += "Null";
-                        break;
-                    case StoredValue::Type::Integer:
-                        out += std::to_string(v.i);
-                        break;
-                    case StoredValue::Type::Real:
-                        out += CStr(Variant::Double(v.r));
-                        break;
-                    case StoredValue::Type::Text:
-                        out += v.text;
-                        break;
-                }
-            }
+            out = SqliteFile::open(cataloguePath())->firstColumnJoined(replaceApp(c.a, folder_));
         } catch (const VbError& e) {
             Fail(c, "",
                  "the query failed: error " + std::to_string(e.Number()) + " (" + e.Description() +

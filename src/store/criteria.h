@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/variant.h"
-#include "store/fold.h"
+#include "base/fold.h"
 #include "store/row_table.h"
 
 // A criteria text of the store's dialect ("[StockNo] like '*AB*' and Cost1 > 5"), parsed

@@ -7,7 +7,7 @@
 #include "base/convert.h"
 #include "base/dates.h"
 #include "base/vb_error.h"
-#include "store/fold.h"
+#include "base/fold.h"
 
 namespace {
 

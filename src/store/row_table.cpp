@@ -8,7 +8,7 @@
 #include "base/dates.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
-#include "store/fold.h"
+#include "base/fold.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "base/convert.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
 
@@ -23,8 +24,7 @@ ColumnKind kindOfDeclared(const std::string& declared, bool primaryKey) {
     if (primaryKey && t.find("INT") != std::string::npos) return ColumnKind::Counter;
     if (t.find("MONEY") != std::string::npos || t.find("CURRENCY") != std::string::npos)
         return ColumnKind::Money;
-    if (t.find("YESNO") != std::string::npos || t.find("BOOL") != std::string::npos ||
-        t == "BIT")
+    if (t.find("YESNO") != std::string::npos || t.find("BOOL") != std::string::npos || t == "BIT")
         return ColumnKind::YesNo;
     if (t.find("DATE") != std::string::npos || t.find("TIME") != std::string::npos)
         return ColumnKind::Date;
@@ -41,9 +41,15 @@ ColumnKind kindOfDeclared(const std::string& declared, bool primaryKey) {
 
 void bind(sqlite3_stmt* s, int index, const StoredValue& v) {
     switch (v.type) {
-        case StoredValue::Type::Null: sqlite3_bind_null(s, index); break;
-        case StoredValue::Type::Integer: sqlite3_bind_int64(s, index, v.i); break;
-        case StoredValue::Type::Real: sqlite3_bind_double(s, index, v.r); break;
+        case StoredValue::Type::Null:
+            sqlite3_bind_null(s, index);
+            break;
+        case StoredValue::Type::Integer:
+            sqlite3_bind_int64(s, index, v.i);
+            break;
+        case StoredValue::Type::Real:
+            sqlite3_bind_double(s, index, v.r);
+            break;
         case StoredValue::Type::Text:
             sqlite3_bind_text(s, index, v.text.data(), static_cast<int>(v.text.size()),
                               SQLITE_TRANSIENT);
@@ -53,7 +59,9 @@ void bind(sqlite3_stmt* s, int index, const StoredValue& v) {
 
 }  // namespace
 
-std::string quoteName(const std::string& name) { return "[" + name + "]"; }
+std::string quoteName(const std::string& name) {
+    return "[" + name + "]";
+}
 
 std::shared_ptr<SqliteFile> SqliteFile::open(const std::string& path) {
     std::error_code ec;
@@ -91,7 +99,9 @@ std::shared_ptr<SqliteFile> SqliteFile::create(const std::string& path) {
     return std::shared_ptr<SqliteFile>(new SqliteFile(db, path));
 }
 
-SqliteFile::~SqliteFile() { sqlite3_close_v2(db_); }
+SqliteFile::~SqliteFile() {
+    sqlite3_close_v2(db_);
+}
 
 void SqliteFile::fail(int fallbackNumber) {
     throw VbError(fallbackNumber, sqlite3_errmsg(db_));
@@ -120,7 +130,8 @@ std::vector<StoredValue> SqliteFile::firstColumn(const std::string& sql) {
     std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
     std::vector<StoredValue> values;
     int rc;
-    while ((rc = sqlite3_step(s.get())) == SQLITE_ROW) values.push_back(column(s.get(), 0));
+    while ((rc = sqlite3_step(s.get())) == SQLITE_ROW)
+        values.push_back(column(s.get(), 0));
     if (rc != SQLITE_DONE) fail(StoreFailure);
     return values;
 }
@@ -130,12 +141,37 @@ std::int64_t SqliteFile::rowCount(const std::string& table) {
     return sqlite3_step(s.get()) == SQLITE_ROW ? sqlite3_column_int64(s.get(), 0) : 0;
 }
 
+std::string SqliteFile::firstColumnJoined(const std::string& sql) {
+    std::string out;
+    bool first = true;
+    for (const auto& v : firstColumn(sql)) {
+        out += first ? "" : "|";
+        first = false;
+        switch (v.type) {
+            case StoredValue::Type::Null:
+                out += "Null";
+                break;
+            case StoredValue::Type::Integer:
+                out += std::to_string(v.i);
+                break;
+            case StoredValue::Type::Real:
+                out += CStr(Variant::Double(v.r));
+                break;
+            case StoredValue::Type::Text:
+                out += v.text;
+                break;
+        }
+    }
+    return out;
+}
+
 std::vector<std::string> SqliteFile::tableNames() {
     std::unique_ptr<sqlite3_stmt, Finalizer> s(
         prepare("SELECT name FROM sqlite_schema WHERE type='table' AND name NOT LIKE 'sqlite_%' "
                 "ORDER BY name"));
     std::vector<std::string> names;
-    while (sqlite3_step(s.get()) == SQLITE_ROW) names.emplace_back(columnText(s.get(), 0));
+    while (sqlite3_step(s.get()) == SQLITE_ROW)
+        names.emplace_back(columnText(s.get(), 0));
     return names;
 }
 
@@ -163,18 +199,21 @@ std::vector<ColumnInfo> SqliteFile::tableColumns(const std::string& table, std::
 void SqliteFile::scan(const std::string& table, const std::vector<std::string>& columns,
                       const std::function<void(std::int64_t, sqlite3_stmt*)>& row) {
     std::string sql = "SELECT rowid";
-    for (const auto& c : columns) sql += "," + quoteName(c);
+    for (const auto& c : columns)
+        sql += "," + quoteName(c);
     sql += " FROM " + quoteName(table);
     std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
     int rc;
-    while ((rc = sqlite3_step(s.get())) == SQLITE_ROW) row(sqlite3_column_int64(s.get(), 0), s.get());
+    while ((rc = sqlite3_step(s.get())) == SQLITE_ROW)
+        row(sqlite3_column_int64(s.get(), 0), s.get());
     if (rc != SQLITE_DONE) fail(StoreFailure);
 }
 
 void SqliteFile::readRow(const std::string& table, const std::vector<std::string>& columns,
                          std::int64_t rowid, const std::function<void(sqlite3_stmt*)>& row) {
     std::string sql = "SELECT ";
-    for (std::size_t i = 0; i < columns.size(); ++i) sql += (i ? "," : "") + quoteName(columns[i]);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        sql += (i ? "," : "") + quoteName(columns[i]);
     sql += " FROM " + quoteName(table) + " WHERE rowid=?";
     std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
     sqlite3_bind_int64(s.get(), 1, rowid);
@@ -184,7 +223,8 @@ void SqliteFile::readRow(const std::string& table, const std::vector<std::string
 StoredValue SqliteFile::column(sqlite3_stmt* stmt, int index) {
     StoredValue v;
     switch (sqlite3_column_type(stmt, index)) {
-        case SQLITE_NULL: break;
+        case SQLITE_NULL:
+            break;
         case SQLITE_INTEGER:
             v.type = StoredValue::Type::Integer;
             v.i = sqlite3_column_int64(stmt, index);
@@ -203,10 +243,14 @@ StoredValue SqliteFile::column(sqlite3_stmt* stmt, int index) {
 
 StoredValue::Type SqliteFile::columnType(sqlite3_stmt* stmt, int index) {
     switch (sqlite3_column_type(stmt, index)) {
-        case SQLITE_NULL: return StoredValue::Type::Null;
-        case SQLITE_INTEGER: return StoredValue::Type::Integer;
-        case SQLITE_FLOAT: return StoredValue::Type::Real;
-        default: return StoredValue::Type::Text;
+        case SQLITE_NULL:
+            return StoredValue::Type::Null;
+        case SQLITE_INTEGER:
+            return StoredValue::Type::Integer;
+        case SQLITE_FLOAT:
+            return StoredValue::Type::Real;
+        default:
+            return StoredValue::Type::Text;
     }
 }
 
@@ -243,7 +287,8 @@ std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std:
         sql = "INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")";
     }
     std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
-    for (std::size_t i = 0; i < values.size(); ++i) bind(s.get(), static_cast<int>(i) + 1, values[i]);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        bind(s.get(), static_cast<int>(i) + 1, values[i]);
     if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
     return sqlite3_last_insert_rowid(db_);
 }
@@ -253,10 +298,12 @@ void SqliteFile::update(const std::string& table, std::int64_t rowid,
                         const std::vector<StoredValue>& values) {
     if (columns.empty()) return;
     std::string sql = "UPDATE " + quoteName(table) + " SET ";
-    for (std::size_t i = 0; i < columns.size(); ++i) sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
     sql += " WHERE rowid=?";
     std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
-    for (std::size_t i = 0; i < values.size(); ++i) bind(s.get(), static_cast<int>(i) + 1, values[i]);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        bind(s.get(), static_cast<int>(i) + 1, values[i]);
     sqlite3_bind_int64(s.get(), static_cast<int>(values.size()) + 1, rowid);
     if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
 }

@@ -47,6 +47,8 @@ public:
 
     // The first column of every row a query gives, for checks and tests.
     std::vector<StoredValue> firstColumn(const std::string& sql);
+    // The same values as text joined with "|", a Null as "Null".
+    std::string firstColumnJoined(const std::string& sql);
 
     std::vector<std::string> tableNames();
     std::int64_t rowCount(const std::string& table);

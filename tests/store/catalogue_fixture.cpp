@@ -32,27 +32,7 @@ void TempCatalogue::sql(const std::string& statements) const {
 }
 
 std::string TempCatalogue::query(const std::string& select) const {
-    std::string out;
-    bool first = true;
-    for (const auto& v : SqliteFile::open(path_)->firstColumn(select)) {
-        out += first ? "" : "|";
-        first = false;
-        switch (v.type) {
-            case StoredValue::Type::Null:
-                out += "Null";
-                break;
-            case StoredValue::Type::Integer:
-                out += std::to_string(v.i);
-                break;
-            case StoredValue::Type::Real:
-                out += CStr(Variant::Double(v.r));
-                break;
-            case StoredValue::Type::Text:
-                out += v.text;
-                break;
-        }
-    }
-    return out;
+    return SqliteFile::open(path_)->firstColumnJoined(select);
 }
 
 std::unique_ptr<Connection> TempCatalogue::connect() const {
