@@ -438,13 +438,16 @@ int run(const std::string& folder, int rows) {
     table.push_back({"SetFilter like + and", ms(bestFilter),
                      std::to_string(filtered) + " of " + std::to_string(rows) + " rows", "", ""});
     table.push_back({"SetSort Category, StockNo (filtered)", ms(bestSortAfter),
-                     "sorts the 18,847 filtered rows", "", ""});
-    table.push_back({"filter + sort together", ms(bestTogether),
-                     shell ? "shell where + order by " + ms(shellWhere) + ", ours/shell " +
-                                 fixed(bestTogether / shellWhere, 3)
-                           : "sqlite3 shell not found",
-                     "ours/shell <= 0.5",
-                     shell ? verdict(bestTogether <= 0.5 * shellWhere) : "n/a"});
+                     "sorts the " + std::to_string(filtered) + " filtered rows", "", ""});
+    // The search's figure: a two-condition criteria text (a like and a number comparison)
+    // filters every product of the record set, then the result is sorted; against the
+    // shell's where + order by of the same rows, timed in this run.
+    table.push_back(
+        {"filter " + std::to_string(rows) + " by like + number, then sort", ms(bestTogether),
+         shell ? "shell where + order by " + ms(shellWhere) + ", ours/shell " +
+                     fixed(bestTogether / shellWhere, 3)
+               : "sqlite3 shell not found",
+         "ours/shell <= 0.5", shell ? verdict(bestTogether <= 0.5 * shellWhere) : "n/a"});
 
     // 2d. A sort on two columns alone.
     rsA->SetFilter("");

@@ -15,6 +15,10 @@ void ProgramUi::FormShown(Form& form, bool isModal) {
 }
 
 void ProgramUi::WaitForUser() {
+    if (onWait) {
+        onWait();
+        return;
+    }
     if (modal.empty()) return;
     Form* form = modal.back();
     modal.pop_back();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +18,8 @@
 struct ProgramUi : RecordingUi {
     std::vector<std::string> shown;
     std::vector<Form*> modal;
+    // When set, a wait for the user runs this instead (the user's action inside the wait).
+    std::function<void()> onWait;
     void FormShown(Form& form, bool isModal) override;
     void WaitForUser() override;
     HeadlessPane& pane() { return *panes.at("Wb1"); }

@@ -26,9 +26,11 @@ struct RecordingUi : Ui {
         boxes.push_back({prompt, buttons, title});
         return msgBoxAnswer;
     }
+    std::vector<std::string> inputDefaults;
     std::string InputBox(const std::string& prompt, const std::string& title,
-                         const std::string&) override {
+                         const std::string& defaultText) override {
         boxes.push_back({prompt, -1, title});
+        inputDefaults.push_back(defaultText);
         return inputAnswer;
     }
     bool ShowOpen(CommonDialog&) override { return false; }

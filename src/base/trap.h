@@ -29,34 +29,60 @@ struct ProgramEnded {};
 //     Trap on("(Form) Products::Sub cmdNext_Click", Errhandler);
 //     on([&] { adoPrimaryRS->MoveNext(); });
 //     on([&] { mbDataChanged = false; });
+//
+// A procedure whose handler does more than report gives the trap that handler instead: it
+// sees the fault's number and says how the procedure goes on.
+//
+//     Trap on = Trap::Handled([&](int number) {
+//         if (number != vberr::ObjectClosed) return Resume::Next;
+//         adoPrimaryRS->Open();
+//         return Resume::Again;
+//     });
 class Trap {
-public:
+  public:
     using Reporter = std::function<void(const std::string& tag)>;
+    // After a fault: the next statement, the failed one once more, or out of the procedure
+    // (every later statement of this trap is then passed over).
+    enum class Resume { Next, Again, Exit };
+    using Handler = std::function<Resume(int number)>;
 
-    Trap(std::string tag, Reporter reporter) : tag_(std::move(tag)), reporter_(std::move(reporter)) {}
+    Trap(std::string tag, Reporter reporter)
+        : tag_(std::move(tag)), reporter_(std::move(reporter)) {}
     static Trap Ignoring() { return Trap({}, nullptr); }
+    static Trap Handled(Handler handler) {
+        Trap trap({}, nullptr);
+        trap.handler_ = std::move(handler);
+        return trap;
+    }
 
-    // Runs one statement; false when it failed.
+    // Runs one statement; false when it failed or the procedure was left.
     template <class Statement>
     bool operator()(Statement&& statement) {
-        try {
-            statement();
-            return true;
-        } catch (const ProgramEnded&) {
-            throw;
-        } catch (const VbError& e) {
-            fault(e.Number(), e.Description());
-        } catch (const std::exception& e) {
-            fault(51, e.what());  // internal error
-        } catch (...) {
-            fault(51, "Internal error");
+        while (!exited_) {
+            try {
+                statement();
+                return true;
+            } catch (const ProgramEnded&) {
+                throw;
+            } catch (const VbError& e) {
+                if (fault(e.Number(), e.Description()) != Resume::Again) return false;
+            } catch (const std::exception& e) {
+                if (fault(51, e.what()) != Resume::Again) return false;  // internal error
+            } catch (...) {
+                if (fault(51, "Internal error") != Resume::Again) return false;
+            }
         }
         return false;
     }
 
-private:
-    void fault(int number, const std::string& description);
+    // True once a handler has left the procedure.
+    bool Exited() const { return exited_; }
+
+  private:
+    Resume fault(int number, const std::string& description);
 
     std::string tag_;
     Reporter reporter_;
+    Handler handler_;
+    bool exited_ = false;
 };

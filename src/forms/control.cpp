@@ -31,7 +31,9 @@ bool hasText(ControlKind k) {
     return k == ControlKind::TextBox || k == ControlKind::ComboBox || k == ControlKind::ListBox;
 }
 
-bool sameName(std::string_view a, std::string_view b) { return !NoCase{}(a, b) && !NoCase{}(b, a); }
+bool sameName(std::string_view a, std::string_view b) {
+    return !NoCase{}(a, b) && !NoCase{}(b, a);
+}
 
 bool hasList(ControlKind k) {
     return k == ControlKind::ListBox || k == ControlKind::ComboBox || k == ControlKind::FileList ||
@@ -42,7 +44,8 @@ bool hasList(ControlKind k) {
 
 bool NoCase::operator()(std::string_view a, std::string_view b) const {
     return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) < std::tolower(static_cast<unsigned char>(y));
+        return std::tolower(static_cast<unsigned char>(x)) <
+               std::tolower(static_cast<unsigned char>(y));
     });
 }
 
@@ -50,19 +53,31 @@ Control::Control(Form& form, std::string name, ControlKind kind, int index)
     : form_(form), name_(std::move(name)), kind_(kind), index_(index) {
     props_["Visible"] = Variant(true);
     props_["Enabled"] = Variant(true);
-    for (const char* n : {"Left", "Top", "Width", "Height"}) props_[n] = Variant::Double(0);
+    for (const char* n : {"Left", "Top", "Width", "Height"})
+        props_[n] = Variant::Double(0);
     props_["Tag"] = Variant("");
     props_["ToolTipText"] = Variant("");
     props_["BackColor"] = Variant::Long(0xFFFFFF);
     props_["ForeColor"] = Variant::Long(0);
     props_["ZOrder"] = Variant(0);
+    props_["Container"] = Variant("");
     if (hasCaption(kind)) props_["Caption"] = Variant("");
     if (hasText(kind)) props_["Text"] = Variant("");
+    if (kind == ControlKind::TextBox) {
+        props_["SelStart"] = Variant(0);
+        props_["SelLength"] = Variant(0);
+    }
     if (hasList(kind)) props_["ListIndex"] = Variant(-1);
     switch (kind) {
-        case ControlKind::CheckBox: props_["Value"] = Variant::Integer(0); break;
-        case ControlKind::OptionButton: props_["Value"] = Variant(false); break;
-        case ControlKind::Menu: props_["Checked"] = Variant(false); break;
+        case ControlKind::CheckBox:
+            props_["Value"] = Variant::Integer(0);
+            break;
+        case ControlKind::OptionButton:
+            props_["Value"] = Variant(false);
+            break;
+        case ControlKind::Menu:
+            props_["Checked"] = Variant(false);
+            break;
         case ControlKind::Slider:
             props_["Value"] = Variant(0);
             props_["Min"] = Variant(0);
@@ -75,9 +90,14 @@ Control::Control(Form& form, std::string name, ControlKind kind, int index)
         case ControlKind::DirList:
             props_["Path"] = Variant("");
             break;
-        case ControlKind::DriveList: props_["Drive"] = Variant("/"); break;
-        case ControlKind::DataGrid: props_["Row"] = Variant(0); break;
-        default: break;
+        case ControlKind::DriveList:
+            props_["Drive"] = Variant("/");
+            break;
+        case ControlKind::DataGrid:
+            props_["Row"] = Variant(0);
+            break;
+        default:
+            break;
     }
 }
 
@@ -92,41 +112,67 @@ bool Control::HasProperty(std::string_view name) const {
 Variant Control::Property(std::string_view name) const {
     if (hasList(kind_) && sameName(name, "ListCount")) return Variant(ListCount());
     auto it = props_.find(name);
-    if (it == props_.end()) throw VbError(PropertyNotFound, "Object doesn't support this property or method");
+    if (it == props_.end())
+        throw VbError(PropertyNotFound, "Object doesn't support this property or method");
     return it->second;
 }
 
 void Control::SetProperty(std::string_view name, const Variant& value) {
     auto it = props_.find(name);
-    if (it == props_.end()) throw VbError(PropertyNotFound, "Object doesn't support this property or method");
+    if (it == props_.end())
+        throw VbError(PropertyNotFound, "Object doesn't support this property or method");
     const std::string key = it->first;
     Variant stored = value;
     // Each property keeps its kind: a text stays a text, a number a number.
-    if (it->second.IsString()) stored = Variant(textOf(value));
-    else if (it->second.Type() == VarType::Boolean) stored = Variant(CBool(value));
-    else if (it->second.IsNumberKind() && !value.IsNumberKind()) stored = Variant::Double(CDbl(value));
+    if (it->second.IsString())
+        stored = Variant(textOf(value));
+    else if (it->second.Type() == VarType::Boolean)
+        stored = Variant(CBool(value));
+    else if (it->second.IsNumberKind() && !value.IsNumberKind())
+        stored = Variant::Double(CDbl(value));
     if (key == "ListIndex") {
         int i = static_cast<int>(stored.Number());
-        if (i < -1 || i >= ListCount()) throw VbError(InvalidPropertyValue, "Invalid property value");
+        if (i < -1 || i >= ListCount())
+            throw VbError(InvalidPropertyValue, "Invalid property value");
         stored = Variant(i);
     }
-    bool changed = !(it->second == stored) && !(it->second.IsNumberKind() && stored.IsNumberKind() &&
-                                                it->second.Number() == stored.Number());
+    bool changed =
+        !(it->second == stored) && !(it->second.IsNumberKind() && stored.IsNumberKind() &&
+                                     it->second.Number() == stored.Number());
     it->second = stored;
-    if (key == "ListIndex" && kind_ == ControlKind::ComboBox) props_["Text"] = Variant(List(ListIndex()));
+    if (key == "ListIndex" && kind_ == ControlKind::ComboBox)
+        props_["Text"] = Variant(List(ListIndex()));
     notify(key);
-    if (key == "Text" && changed) Raise("Change");
-    else if (key == "ListIndex" && changed) Raise("Click");
-    else if (key == "Value" && kind_ == ControlKind::CheckBox && changed) Raise("Click");
-    else if (key == "Value" && kind_ == ControlKind::OptionButton && stored.BoolValue()) Raise("Click");
-    else if ((key == "Path" || key == "Pattern") && changed) Raise("Change");
+    if (key == "Text" && changed)
+        Raise("Change");
+    else if (key == "ListIndex" && changed)
+        Raise("Click");
+    else if (key == "Value" && kind_ == ControlKind::CheckBox && changed)
+        Raise("Click");
+    else if (key == "Value" && kind_ == ControlKind::OptionButton && stored.BoolValue())
+        Raise("Click");
+    else if ((key == "Path" || key == "Pattern") && changed)
+        Raise("Change");
 }
 
-std::string Control::Caption() const { return textOf(Property("Caption")); }
-std::string Control::Text() const { return textOf(Property("Text")); }
-bool Control::Visible() const { return Property("Visible").BoolValue(); }
-bool Control::Enabled() const { return Property("Enabled").BoolValue(); }
-double Control::Num(std::string_view name) const { return CDbl(Property(name)); }
+std::string Control::Caption() const {
+    return textOf(Property("Caption"));
+}
+std::string Control::Text() const {
+    return textOf(Property("Text"));
+}
+bool Control::Visible() const {
+    return Property("Visible").BoolValue();
+}
+bool Control::Enabled() const {
+    return Property("Enabled").BoolValue();
+}
+double Control::Num(std::string_view name) const {
+    return CDbl(Property(name));
+}
+std::string Control::Container() const {
+    return textOf(Property("Container"));
+}
 
 std::string Control::List(int i) const {
     return i >= 0 && i < ListCount() ? items_[i] : std::string();
@@ -160,7 +206,9 @@ void Control::Clear() {
     notify("List");
 }
 
-bool Control::Selected(int i) const { return i >= 0 && i < ListCount() && selected_[i]; }
+bool Control::Selected(int i) const {
+    return i >= 0 && i < ListCount() && selected_[i];
+}
 
 void Control::SetSelected(int i, bool on) {
     if (i < 0 || i >= ListCount()) throw VbError(InvalidPropertyValue, "Invalid property value");
@@ -178,4 +226,6 @@ void Control::Raise(std::string_view event, EventArgs& args) {
     form_.RaiseEvent(*this, event, args);
 }
 
-void Control::notify(std::string_view name) { form_.NotifyChanged(this, name); }
+void Control::notify(std::string_view name) {
+    form_.NotifyChanged(this, name);
+}

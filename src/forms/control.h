@@ -33,11 +33,11 @@ enum class ControlKind {
 
 // What an event hands its procedure.
 struct EventArgs {
-    int Index = -1;     // the control's index in its array, -1 for a single control
-    int KeyCode = 0;    // KeyDown, KeyUp
-    int KeyAscii = 0;   // KeyPress
-    int Shift = 0;      // 1 shift, 2 ctrl, 4 alt
-    int Button = 0;     // 1 left, 2 right
+    int Index = -1;    // the control's index in its array, -1 for a single control
+    int KeyCode = 0;   // KeyDown, KeyUp
+    int KeyAscii = 0;  // KeyPress
+    int Shift = 0;     // 1 shift, 2 ctrl, 4 alt
+    int Button = 0;    // 1 left, 2 right
     float X = 0, Y = 0;
     Control* Source = nullptr;  // DragDrop
     int Cancel = 0;
@@ -54,7 +54,7 @@ struct NoCase {
 // fires in the classic toolkit: Text -> Change, ListIndex -> Click, a check box's or an
 // option button's Value -> Click.
 class Control {
-public:
+  public:
     Control(Form& form, std::string name, ControlKind kind, int index);
 
     Form& Parent() const { return form_; }
@@ -100,13 +100,20 @@ public:
     void Raise(std::string_view event, EventArgs& args);
 
     // The record set a data grid shows; its current row is the grid's row.
-    class Recordset* DataSource() const { return dataSource_; }
+    class Recordset* DataSource() const {
+        return dataSource_;
+    }
     void SetDataSource(class Recordset* rs) { dataSource_ = rs; }
+
+    // The control it stands in: a frame's or a menu's name, "" for the form itself. Kept as
+    // the property "Container"; positions are relative to it.
+    std::string Container() const;
+    void SetContainer(const std::string& name) { SetProperty("Container", Variant(name)); }
 
     // Front (0) or back (1) of its siblings; kept as the property "ZOrder".
     void ZOrder(int position) { SetProperty("ZOrder", Variant(position)); }
 
-private:
+  private:
     void notify(std::string_view name);
 
     Form& form_;

@@ -59,6 +59,12 @@ void startModule(Runtime& rt) {
     add(vars, "OrderOpen", [](Module& m) { return m.OrderOpen; });
     add(vars, "ViewOrderKey", [](Module& m) { return m.ViewOrderKey; });
     add(vars, "SearchOrder", [](Module& m) { return m.SearchOrder; });
+    add(vars, "SearchField", [](Module& m) { return m.SearchField; });
+    add(vars, "SearchOperator", [](Module& m) { return m.SearchOperator; });
+    add(vars, "SearchOpen", [](Module& m) { return m.SearchOpen; });
+    add(vars, "SearchClose", [](Module& m) { return m.SearchClose; });
+    add(vars, "SearchAccum", [](Module& m) { return m.SearchAccum; });
+    add(vars, "ReverseOrder", [](Module& m) { return Variant(m.ReverseOrder); });
     add(vars, "OrderTotals", [](Module& m) { return m.OrderTotals; });
     add(vars, "OrderTaxRate", [](Module& m) { return m.OrderTaxRate; });
     add(vars, "NewOrder", [](Module& m) { return m.NewOrder; });

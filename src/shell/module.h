@@ -41,6 +41,13 @@ struct Module {
     Variant OrderOpen;
     Variant ViewOrderKey;
     Variant SearchOrder;
+    // The pieces of the condition the detailed search form is building.
+    Variant SearchField;
+    Variant SearchOperator;
+    Variant SearchOpen;
+    Variant SearchClose;
+    Variant SearchAccum;
+    bool ReverseOrder = false;
     Variant OrderTotals;
     Variant OrderTaxRate;
     Variant NewOrder;

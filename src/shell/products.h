@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -29,6 +30,15 @@ class Products : public Form {
     Variant mvBookMark;
     Variant ExitAfterRun;
     bool GridClicked = false;
+    bool ExportMode = false;  // Export DB is running
+    bool Searching = false;   // true while SearchForIt runs
+
+    // Set by the pane's link commands; the bulk tools wait on them.
+    bool ContinueFlag = false;
+    std::int32_t LinkNumber = 0;  // the number of the last GF- link
+    std::int16_t LastBox = 0;     // the number of a DB- link; the board's last box
+    bool EditPlacements = false;
+    std::int16_t ImportKind = 0;  // 7 for a database source
 
     // The pane, and the control that gives it its place on the form.
     Pane& Wb1();
@@ -74,11 +84,45 @@ class Products : public Form {
     // The item view (records/show_picture.cpp).
     void ShowPicture();
 
+    // Editing (records/products_editing.cpp).
+    void SetButtons(bool bVal);
+    void cmdAdd_Click();
+    void cmdEdit_Click();
+    void cmdUpdate_Click();
+    void cmdCancel_Click();
+    void cmdDelete_Click();
+    void cmdRefresh_Click();
+    void cmdReset_Click();
+    void cmdEditRec_Click();
+    void Command3_Click();
+    void Command16_Click();
+    void adoPrimaryRS_WillChangeRecord(int& adStatus);
+    void txtFields_DblClick(int Index);
+
+    // Field labels and hidden boxes (records/field_labels.cpp).
+    void Label3_DblClick(int Index);
+    void mnuRestore_Click();
+    void mnuRestoreLabels_Click();
+
+    // Quick search and the detailed search (search/products_search.cpp).
+    void cmdSearch_Click();
+    void cmdDetSearch_Click();
+    void txtSrch_GotFocus();
+    void txtSrch_KeyPress(int& KeyAscii);
+    void SearchForIt();
+
     // The pane's events (records/products_pane.cpp).
     void Wb1_BeforeNavigate2(const std::string& url, bool& Cancel);
     void Wb1_NavigateComplete2(const std::string& url);
     void Wb1_CommandStateChange();
     void Wb1_NavigateError(const std::string& url);
+    // The MENU button (records/products_pane.cpp).
+    void Command21_Click();
+
+    // The bulk tools that the pane's links start (build/).
+    void Folders();
+    void GetFiles();
+    void ChP();
 
   private:
     // The controls, one group each (shell/products_controls.cpp).
@@ -91,6 +135,10 @@ class Products : public Form {
     void createMenus();
     void wireEvents();
     void wirePane();
+    void wireEditing();
+    void wireSearch();
+    // The form-level variables of the pane's links, readable by name.
+    void registerPaneVars();
 
     // A record set of the form, with its move event going to the form's handler.
     std::unique_ptr<Recordset> primarySet();

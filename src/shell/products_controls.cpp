@@ -28,6 +28,12 @@ Control& add(Form& f, const std::string& name, ControlKind kind, int index, Box 
     return c;
 }
 
+// The control stands in a frame (or a menu under its menu); its place is the frame's.
+Control& inside(Control& c, const std::string& container) {
+    c.SetContainer(container);
+    return c;
+}
+
 // A record field: its box (or check box) and its label, `Label3(label)`.
 struct Field {
     int n;
@@ -60,16 +66,18 @@ bool isCheckField(int n) {
     return n == 7 || n == 14 || n == 15 || n == 29;
 }
 
-void addField(Form& f, const Field& fd, Box label, Box box) {
+void addField(Form& f, const Field& fd, Box label, Box box, const std::string& frame) {
     if (fd.label) {
         Control& l = add(f, "Label3", ControlKind::Label, fd.label, label, fd.caption);
         l.SetProperty("Tag", Variant(fd.caption));  // the design caption, for Restore Labels
+        inside(l, frame);
     }
     if (isCheckField(fd.n)) {
-        add(f, "chkFields", ControlKind::CheckBox, fd.n, box);
+        inside(add(f, "chkFields", ControlKind::CheckBox, fd.n, box), frame);
     } else {
         Control& t = add(f, "txtFields", ControlKind::TextBox, fd.n, box);
         t.SetProperty("Tag", Variant("true"));
+        inside(t, frame);
     }
 }
 
@@ -89,6 +97,9 @@ Products::Products() : Form("Products") {
     createMenus();
     wireEvents();
     wirePane();
+    wireEditing();
+    wireSearch();
+    registerPaneVars();
     // A change typed into a bound box goes into the row's pending edit.
     Observe([this](Form&, Control* c, std::string_view property) {
         if (c) binding.Changed(*c, property);
@@ -103,7 +114,7 @@ void Products::createPanels() {
     add(*this, "Frame4", ControlKind::Frame, -1, {4700, 0, 4600, 1700});
     add(*this, "Wb1", ControlKind::Browser, -1, {50, 0, 9280, 5700});
     add(*this, "Frame9", ControlKind::Frame, -1, {0, 0, 3000, 5700}, "Web Pages").SetVisible(false);
-    add(*this, "File1", ControlKind::FileList, -1, {100, 300, 2800, 5200});
+    inside(add(*this, "File1", ControlKind::FileList, -1, {100, 300, 2800, 5200}), "Frame9");
     add(*this, "Frame11", ControlKind::Frame, -1, {50, 0, 9280, 5700},
         "Drag The Boxes On The Right To The Boxes On The Left To Where You Want Each Item "
         "Included")
@@ -113,30 +124,32 @@ void Products::createPanels() {
 }
 
 void Products::createRecordControls() {
-    // Frame4: two fields on the first row, one a row below.
-    const double labelLeft = 4800, boxLeft = 5700;
+    // Frame4: two fields on the first row, one a row below; places within the frame.
+    const double labelLeft = 100, boxLeft = 1000;
     double top = 120;
     for (std::size_t i = 0; i < mainFields.size(); ++i) {
         const Field& fd = mainFields[i];
         bool second = fd.n == 18 || fd.n == 17;
-        Box label = second ? Box{7300, top, 750, 255} : Box{labelLeft, top, 850, 255};
-        Box box = second ? Box{8100, top, 1100, 285}
+        Box label = second ? Box{2600, top, 750, 255} : Box{labelLeft, top, 850, 255};
+        Box box = second ? Box{3400, top, 1100, 285}
                          : Box{boxLeft, top, fd.n == 27 || fd.n == 1 ? 1500.0 : 3500.0, 285};
-        addField(*this, fd, label, box);
+        addField(*this, fd, label, box, "Frame4");
         if (!(i + 1 < mainFields.size() &&
               (mainFields[i + 1].n == 18 || mainFields[i + 1].n == 17)))
             top += 320;
     }
-    add(*this, "cmdSup", ControlKind::CommandButton, 0, {labelLeft, top - 320, 850, 285},
-        "  Supplier:");
+    inside(add(*this, "cmdSup", ControlKind::CommandButton, 0, {labelLeft, top - 320, 850, 285},
+               "  Supplier:"),
+           "Frame4");
     for (std::size_t i = 0; i < panelFields.size(); ++i) {
         double left = 100 + static_cast<double>(i / 7) * 1530;
         double rowTop = 1530 + static_cast<double>(i % 7) * 265;
-        addField(*this, panelFields[i], {left, rowTop, 780, 255}, {left + 800, rowTop, 700, 255});
+        addField(*this, panelFields[i], {left, rowTop, 780, 255}, {left + 800, rowTop, 700, 255},
+                 "Frame5");
     }
-    add(*this, "Label3", ControlKind::Label, 29, {120, 3390, 1000, 200}, "Notes:")
+    inside(add(*this, "Label3", ControlKind::Label, 29, {120, 3390, 1000, 200}, "Notes:"), "Frame5")
         .SetProperty("Tag", Variant("Notes:"));
-    add(*this, "txtFields", ControlKind::TextBox, 12, {120, 3600, 4460, 2100})
+    inside(add(*this, "txtFields", ControlKind::TextBox, 12, {120, 3600, 4460, 2100}), "Frame5")
         .SetProperty("Tag", Variant("true"));
     add(*this, "txtFields", ControlKind::TextBox, 19, {50, 5460, 9200, 285})
         .SetProperty("Tag", Variant("true"));
@@ -146,8 +159,9 @@ void Products::createRecordControls() {
 void Products::createCommandPanel() {
     auto button = [&](const std::string& name, int column, int row,
                       const std::string& caption) -> Control& {
-        return add(*this, name, ControlKind::CommandButton, -1,
-                   {100 + column * 1130.0, 120 + row * 320.0, 1100, 300}, caption);
+        return inside(add(*this, name, ControlKind::CommandButton, -1,
+                          {100 + column * 1130.0, 120 + row * 320.0, 1100, 300}, caption),
+                      "Frame5");
     };
     button("cmdAdd", 0, 0, "&Add 1 New");
     button("cmdUpdate", 0, 0, "&Update").SetVisible(false);
@@ -162,7 +176,8 @@ void Products::createCommandPanel() {
     button("cmdDetSearch", 0, 2, "Detailed Search");
     button("Command16", 1, 2, "Show Help");
     button("Command2", 2, 2, "Order Done").SetVisible(false);
-    add(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2230, 300});
+    button("Command3", 3, 2, "Export DB");
+    inside(add(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2230, 300}), "Frame5");
     button("cmdSearch", 2, 3, "Search");
 }
 
@@ -192,11 +207,19 @@ void Products::createLayoutBoard() {
                                                   "Savings",     "Details Link", "Buy Link"};
     for (int i = 0; i < 9; ++i) {
         double top = 600 + i * 305.0;
-        add(*this, "Label4", ControlKind::Label, i, {200, top, 1500, 285}, boxes[i]);
-        add(*this, "cmdInsrt", ControlKind::CommandButton, i, {1750, top, 800, 285}, "Insert");
-        if (i < 6) add(*this, "lstAll", ControlKind::ListBox, i, {2600, top - 20, 2000, 285});
+        // The page designer's board stands in the page setup panel.
+        inside(add(*this, "Label4", ControlKind::Label, i, {200, top, 1500, 285}, boxes[i]),
+               "Frame12");
+        inside(
+            add(*this, "cmdInsrt", ControlKind::CommandButton, i, {1750, top, 800, 285}, "Insert"),
+            "Frame12");
+        if (i < 6)
+            inside(add(*this, "lstAll", ControlKind::ListBox, i, {2600, top - 20, 2000, 285}),
+                   "Frame12");
     }
-    add(*this, "Combo1", ControlKind::ComboBox, -1, {5000, 600, 1500, 315});
+    inside(add(*this, "Combo1", ControlKind::ComboBox, -1, {5000, 600, 1500, 315}), "Frame12");
+    // The stock numbers of the chosen page groups; shown only during a page run.
+    add(*this, "List2", ControlKind::ListBox, -1, {5000, 1000, 2000, 4000}).SetVisible(false);
 }
 
 void Products::createDataControls() {
@@ -211,25 +234,27 @@ void Products::createDataControls() {
 }
 
 void Products::createMenus() {
-    auto menu = [&](const std::string& name, const std::string& caption) {
-        add(*this, name, ControlKind::Menu, -1, {0, 0, 0, 0}, caption);
+    // Each item names the menu it stands under; "" for the menu bar.
+    auto menu = [&](const std::string& name, const std::string& caption,
+                    const std::string& parent = "") {
+        inside(add(*this, name, ControlKind::Menu, -1, {0, 0, 0, 0}, caption), parent);
     };
     menu("mnuFile", "&File");
-    menu("mnuFileExit", "E&xit");
+    menu("mnuFileExit", "E&xit", "mnuFile");
     menu("mnuData", "F&orms");
-    menu("mnuDataProducts", "&Products");
-    menu("mnuDatafrmInventory", "&Inventory");
-    menu("mnuDatafrmInvoice", "In&voices");
-    menu("mnuDatafrmOrders", "&Orders");
-    menu("mnuDatafrmSales", "&Sales");
-    menu("mnuDatafrmSetup", "Company Se&tup");
-    menu("mnuDatafrmSupplier", "S&uppliers");
+    menu("mnuDataProducts", "&Products", "mnuData");
+    menu("mnuDatafrmInventory", "&Inventory", "mnuData");
+    menu("mnuDatafrmInvoice", "In&voices", "mnuData");
+    menu("mnuDatafrmOrders", "&Orders", "mnuData");
+    menu("mnuDatafrmSales", "&Sales", "mnuData");
+    menu("mnuDatafrmSetup", "Company Se&tup", "mnuData");
+    menu("mnuDatafrmSupplier", "S&uppliers", "mnuData");
     menu("mnuCustom", "&Customise");
-    menu("mnuRestore", "Restore Text Boxes");
-    menu("mnuRestoreLabels", "Restore Labels");
+    menu("mnuRestore", "Restore Text Boxes", "mnuCustom");
+    menu("mnuRestoreLabels", "Restore Labels", "mnuCustom");
     menu("mnuHelp", "&Help");
-    menu("mnuHelpTip", "&Tip of the Day");
-    menu("mnuHelpAbout", "&About");
+    menu("mnuHelpTip", "&Tip of the Day", "mnuHelp");
+    menu("mnuHelpAbout", "&About", "mnuHelp");
 }
 
 void Products::wireEvents() {
@@ -259,6 +284,7 @@ void Products::wireEvents() {
     click("cmdShowPic", &Products::cmdShowPic_Click);
     click("Command4", &Products::Command4_Click);
     click("Command5", &Products::Command5_Click);
+    click("Command21", &Products::Command21_Click);
 }
 
 Pane& Products::Wb1() {
@@ -290,7 +316,10 @@ std::unique_ptr<Recordset> Products::primarySet() {
         binding.Refresh();
         adoPrimaryRS_MoveComplete();
     };
-    rs->WillChangeRecord = [] {};
+    rs->WillChangeRecord = [this] {
+        int adStatus = 1;
+        adoPrimaryRS_WillChangeRecord(adStatus);
+    };
     return rs;
 }
 

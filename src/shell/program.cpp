@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "forms/runtime.h"
+#include "search/search_form.h"
 #include "shell/errhandler.h"
 #include "shell/frm_about.h"
 #include "shell/frm_splash.h"
@@ -15,6 +16,7 @@ void RegisterForms(Runtime& rt) {
     rt.Register("frmTip", [] { return std::make_unique<frmTip>(); });
     rt.Register("frmAbout", [] { return std::make_unique<frmAbout>(); });
     rt.Register("frmSplash", [] { return std::make_unique<frmSplash>(); });
+    rt.Register("Search", [] { return std::make_unique<Search>(); });
 }
 
 void SubMain() {

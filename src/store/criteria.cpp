@@ -67,18 +67,21 @@ std::vector<Token> tokenize(std::string_view text, int errorNumber) {
                     std::isdigit(static_cast<unsigned char>(text[i + 1])))) {
             t.kind = Token::Kind::Number;
             std::size_t start = i;
-            while (i < text.size() && (std::isdigit(static_cast<unsigned char>(text[i])) || text[i] == '.'))
+            while (i < text.size() &&
+                   (std::isdigit(static_cast<unsigned char>(text[i])) || text[i] == '.'))
                 ++i;
             if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
                 ++i;
                 if (i < text.size() && (text[i] == '+' || text[i] == '-')) ++i;
-                while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) ++i;
+                while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])))
+                    ++i;
             }
             t.text = std::string(text.substr(start, i - start));
         } else if (isNameChar(c)) {
             t.kind = Token::Kind::Name;
             std::size_t start = i;
-            while (i < text.size() && isNameChar(text[i])) ++i;
+            while (i < text.size() && isNameChar(text[i]))
+                ++i;
             t.text = std::string(text.substr(start, i - start));
         } else {
             t.kind = Token::Kind::Symbol;
@@ -108,8 +111,8 @@ struct Criteria::Node {
     int column = -1;
     int otherColumn = -1;
     Variant value;
-    double number = 0;      // the value as a number, for number columns
-    std::string folded;     // the value as folded text, for text columns
+    double number = 0;   // the value as a number, for number columns
+    std::string folded;  // the value as folded text, for text columns
     std::optional<LikePattern> like;
     bool constant = false;  // Constant: the comparison's fixed result
 };
@@ -119,7 +122,9 @@ namespace {
 using Node = Criteria::Node;
 using Op = Node::Op;
 
-bool isNumberColumn(ColumnKind k) { return k != ColumnKind::Text; }
+bool isNumberColumn(ColumnKind k) {
+    return k != ColumnKind::Text;
+}
 
 bool comparison(std::string_view symbol, Op& op) {
     static constexpr std::pair<std::string_view, Op> ops[] = {
@@ -134,8 +139,9 @@ bool comparison(std::string_view symbol, Op& op) {
 }
 
 class Parser {
-public:
-    Parser(std::vector<Token> tokens, const RowTable& table) : t_(std::move(tokens)), table_(table) {}
+  public:
+    Parser(std::vector<Token> tokens, const RowTable& table)
+        : t_(std::move(tokens)), table_(table) {}
 
     std::unique_ptr<Node> parseAll() {
         auto node = parseOr();
@@ -143,11 +149,12 @@ public:
         return node;
     }
 
-private:
+  private:
     const Token& peek() const { return t_[pos_]; }
     Token take() { return t_[pos_ < t_.size() - 1 ? pos_++ : pos_]; }
     bool isWord(std::string_view word) const {
-        return peek().kind == Token::Kind::Name && !peek().bracketed && equalFolded(peek().text, word);
+        return peek().kind == Token::Kind::Name && !peek().bracketed &&
+               equalFolded(peek().text, word);
     }
     bool isSymbol(const char* s) const {
         return peek().kind == Token::Kind::Symbol && peek().text == s;
@@ -282,10 +289,14 @@ private:
         // A value on the left and a column on the right reads the other way round.
         if (a.column < 0 && b.column >= 0) {
             std::swap(a, b);
-            if (op == Op::Lt) op = Op::Gt;
-            else if (op == Op::Gt) op = Op::Lt;
-            else if (op == Op::Le) op = Op::Ge;
-            else if (op == Op::Ge) op = Op::Le;
+            if (op == Op::Lt)
+                op = Op::Gt;
+            else if (op == Op::Gt)
+                op = Op::Lt;
+            else if (op == Op::Le)
+                op = Op::Ge;
+            else if (op == Op::Ge)
+                op = Op::Le;
         }
         node->op = op;
         if (a.column < 0) {
@@ -311,9 +322,12 @@ private:
 
     void bindValue(Node& node, const Variant& value) {
         if (value.IsNull()) {
-            // "= Null" and "<> Null" are the dialect's tests for a missing value.
-            if (node.op == Op::Eq) node.op = Op::IsNull;
-            else if (node.op == Op::Ne) node.op = Op::IsNotNull;
+            // "= Null" and "<> Null" are the dialect's tests for a missing value, and so is
+            // "like Null", which the search form writes for its empty values.
+            if (node.op == Op::Eq || node.op == Op::Like)
+                node.op = Op::IsNull;
+            else if (node.op == Op::Ne)
+                node.op = Op::IsNotNull;
             else {
                 node.op = Op::Constant;
                 node.constant = false;
@@ -357,25 +371,39 @@ int compareCells(const RowTable& t, int row, int a, int b) {
 
 bool holds(Op op, int cmp) {
     switch (op) {
-        case Op::Eq: return cmp == 0;
-        case Op::Ne: return cmp != 0;
-        case Op::Lt: return cmp < 0;
-        case Op::Gt: return cmp > 0;
-        case Op::Le: return cmp <= 0;
-        case Op::Ge: return cmp >= 0;
-        default: return false;
+        case Op::Eq:
+            return cmp == 0;
+        case Op::Ne:
+            return cmp != 0;
+        case Op::Lt:
+            return cmp < 0;
+        case Op::Gt:
+            return cmp > 0;
+        case Op::Le:
+            return cmp <= 0;
+        case Op::Ge:
+            return cmp >= 0;
+        default:
+            return false;
     }
 }
 
 bool evaluate(const Node& n, const RowTable& t, int row) {
     switch (n.op) {
-        case Op::And: return evaluate(*n.left, t, row) && evaluate(*n.right, t, row);
-        case Op::Or: return evaluate(*n.left, t, row) || evaluate(*n.right, t, row);
-        case Op::Not: return !evaluate(*n.left, t, row);
-        case Op::Constant: return n.constant;
-        case Op::IsNull: return t.isNull(row, n.column);
-        case Op::IsNotNull: return !t.isNull(row, n.column);
-        default: break;
+        case Op::And:
+            return evaluate(*n.left, t, row) && evaluate(*n.right, t, row);
+        case Op::Or:
+            return evaluate(*n.left, t, row) || evaluate(*n.right, t, row);
+        case Op::Not:
+            return !evaluate(*n.left, t, row);
+        case Op::Constant:
+            return n.constant;
+        case Op::IsNull:
+            return t.isNull(row, n.column);
+        case Op::IsNotNull:
+            return !t.isNull(row, n.column);
+        default:
+            break;
     }
     if (t.isNull(row, n.column)) return false;
     if (n.otherColumn >= 0) {
@@ -384,7 +412,8 @@ bool evaluate(const Node& n, const RowTable& t, int row) {
         return holds(n.op, compareCells(t, row, n.column, n.otherColumn));
     }
     if (n.op == Op::Like) {
-        if (t.column(n.column).kind == ColumnKind::Text) return n.like->matches(t.text(row, n.column));
+        if (t.column(n.column).kind == ColumnKind::Text)
+            return n.like->matches(t.text(row, n.column));
         return n.like->matches(CStr(t.get(row, n.column)));
     }
     if (isNumberColumn(t.column(n.column).kind)) {
@@ -406,7 +435,9 @@ Criteria Criteria::parse(std::string_view text, const RowTable& table) {
     return Criteria(parser.parseAll());
 }
 
-bool Criteria::matches(const RowTable& table, int row) const { return evaluate(*root_, table, row); }
+bool Criteria::matches(const RowTable& table, int row) const {
+    return evaluate(*root_, table, row);
+}
 
 bool Criteria::isSingleCondition() const {
     return root_->op != Op::And && root_->op != Op::Or;

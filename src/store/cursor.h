@@ -15,7 +15,7 @@
 // view of them (filtered and sorted), a position in that view and the pending edit of the
 // current row, written through to the file on update.
 class Cursor {
-public:
+  public:
     // Loads the statement's rows. Criteria faults come as 3001/3265.
     Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement);
 
@@ -31,7 +31,9 @@ public:
     void moveTo(long position);  // clamps to -1..count()
     // The next move forward lands on the row behind a deleted current row.
     void moveNext();
-    int currentRow() const;  // 3021 when there is none
+    // The current row was deleted and no move has happened since.
+    bool currentDeleted() const { return currentDeleted_; }
+    int currentRow() const;             // 3021 when there is none
     long positionOfRow(int row) const;  // -1 when the row is not in the view
 
     int columnIndex(std::string_view name) const;  // 3265 when unknown
@@ -56,7 +58,7 @@ public:
     long find(const Criteria& criteria, long from, bool forward);
     long find(std::string_view criteriaText, long from, bool forward, bool singleOnly);
 
-private:
+  private:
     void applyFilter();
     void applySort();
     void viewChanged();
@@ -67,7 +69,7 @@ private:
     std::string tableName_;
     int shown_ = 0;
     RowTable table_;
-    std::vector<int> base_;  // the statement's rows in its order
+    std::vector<int> base_;      // the statement's rows in its order
     std::vector<int> filtered_;  // base_ through the filter
     std::vector<int> view_;      // filtered_ through the sort
     long pos_ = -1;

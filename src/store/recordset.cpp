@@ -4,7 +4,9 @@
 #include "records/store.h"
 #include "store/connection.h"
 
-std::unique_ptr<Recordset> CreateRecordset() { return std::make_unique<SqliteRecordset>(); }
+std::unique_ptr<Recordset> CreateRecordset() {
+    return std::make_unique<SqliteRecordset>();
+}
 
 void SqliteRecordset::fireMove() {
     if (MoveComplete) MoveComplete();
@@ -71,7 +73,8 @@ void SqliteRecordset::MoveLast() {
 }
 
 void SqliteRecordset::MoveNext() {
-    if (open().eof()) throw VbError(vberr::NoCurrentRecord);
+    // A deleted last row stays current until this move takes the set past the end.
+    if (open().eof() && !cursor_->currentDeleted()) throw VbError(vberr::NoCurrentRecord);
     commitPending();
     cursor_->moveNext();
     fireMove();
@@ -84,9 +87,15 @@ void SqliteRecordset::MovePrevious() {
     fireMove();
 }
 
-bool SqliteRecordset::Bof() const { return open().bof(); }
-bool SqliteRecordset::Eof() const { return open().eof(); }
-long SqliteRecordset::RecordCount() const { return open().count(); }
+bool SqliteRecordset::Bof() const {
+    return open().bof();
+}
+bool SqliteRecordset::Eof() const {
+    return open().eof();
+}
+long SqliteRecordset::RecordCount() const {
+    return open().count();
+}
 
 long SqliteRecordset::AbsolutePosition() const {
     const Cursor& c = open();
@@ -103,19 +112,27 @@ void SqliteRecordset::SetAbsolutePosition(long position) {
     fireMove();
 }
 
-Variant SqliteRecordset::Bookmark() const { return Variant::Double(open().currentRow()); }
+// Bookmarks count from 1, so that a kept bookmark is always above 0.
+Variant SqliteRecordset::Bookmark() const {
+    return Variant::Double(open().currentRow() + 1);
+}
 
 void SqliteRecordset::SetBookmark(const Variant& bookmark) {
     Cursor& c = open();
-    long position = bookmark.IsNumberKind() ? c.positionOfRow(static_cast<int>(bookmark.Number())) : -1;
+    long position =
+        bookmark.IsNumberKind() ? c.positionOfRow(static_cast<int>(bookmark.Number()) - 1) : -1;
     if (position < 0) throw VbError(vberr::BadArguments);
     commitPending();
     c.moveTo(position);
     fireMove();
 }
 
-int SqliteRecordset::FieldCount() const { return open().fieldCount(); }
-int SqliteRecordset::FieldIndex(std::string_view name) const { return open().columnIndex(name); }
+int SqliteRecordset::FieldCount() const {
+    return open().fieldCount();
+}
+int SqliteRecordset::FieldIndex(std::string_view name) const {
+    return open().columnIndex(name);
+}
 
 std::string SqliteRecordset::FieldName(int index) const {
     const Cursor& c = open();
@@ -123,8 +140,12 @@ std::string SqliteRecordset::FieldName(int index) const {
     return c.table().column(index).name;
 }
 
-Variant SqliteRecordset::GetValue(int index) const { return open().value(index); }
-void SqliteRecordset::SetValue(int index, const Variant& value) { open().setValue(index, value); }
+Variant SqliteRecordset::GetValue(int index) const {
+    return open().value(index);
+}
+void SqliteRecordset::SetValue(int index, const Variant& value) {
+    open().setValue(index, value);
+}
 
 void SqliteRecordset::AddNew() {
     commitPending();
@@ -133,8 +154,12 @@ void SqliteRecordset::AddNew() {
     fireMove();
 }
 
-void SqliteRecordset::Update() { commitPending(); }
-void SqliteRecordset::UpdateBatch(int) { commitPending(); }
+void SqliteRecordset::Update() {
+    commitPending();
+}
+void SqliteRecordset::UpdateBatch(int) {
+    commitPending();
+}
 
 void SqliteRecordset::CancelUpdate() {
     bool adding = open().editMode() == Cursor::Edit::Add;
@@ -150,9 +175,12 @@ void SqliteRecordset::Delete(int) {
 
 int SqliteRecordset::EditMode() const {
     switch (open().editMode()) {
-        case Cursor::Edit::None: return ado::adEditNone;
-        case Cursor::Edit::InProgress: return ado::adEditInProgress;
-        case Cursor::Edit::Add: return ado::adEditAdd;
+        case Cursor::Edit::None:
+            return ado::adEditNone;
+        case Cursor::Edit::InProgress:
+            return ado::adEditInProgress;
+        case Cursor::Edit::Add:
+            return ado::adEditAdd;
     }
     return ado::adEditNone;
 }
@@ -168,16 +196,27 @@ void SqliteRecordset::Find(const std::string& criteria, long skipRows, int direc
     fireMove();
 }
 
-std::string SqliteRecordset::Filter() const { return open().filterText(); }
+std::string SqliteRecordset::Filter() const {
+    return open().filterText();
+}
 
 void SqliteRecordset::SetFilter(const std::string& criteria) {
     open();
     commitPending();
-    cursor_->setFilter(criteria);
+    try {
+        cursor_->setFilter(criteria);
+    } catch (const VbError&) {
+        // A text the store refuses lifts the filter: the set shows all its rows.
+        cursor_->setFilter("");
+        fireMove();
+        throw;
+    }
     fireMove();
 }
 
-std::string SqliteRecordset::Sort() const { return open().sortText(); }
+std::string SqliteRecordset::Sort() const {
+    return open().sortText();
+}
 
 void SqliteRecordset::SetSort(const std::string& columns) {
     open();

@@ -79,3 +79,59 @@ TEST(TrapStatements, AFailingReporterDoesNotEndTheProcedure) {
     on([&] { after = 1; });
     EXPECT_EQ(after, 1);
 }
+
+TEST(TrapHandled, TheHandlerSeesTheNumberAndResumesAtTheNextStatement) {
+    std::vector<int> seen;
+    int value = 0;
+    Trap on = Trap::Handled([&](int number) {
+        seen.push_back(number);
+        return Trap::Resume::Next;
+    });
+    EXPECT_FALSE(on([] { throw VbError(vberr::NoCurrentRecord); }));
+    EXPECT_TRUE(on([&] { value = 1; }));
+    EXPECT_EQ(seen, std::vector<int>{3021});
+    EXPECT_EQ(value, 1);
+    EXPECT_EQ(Err().Number, 3021);
+}
+
+TEST(TrapHandled, AgainRepeatsTheFailedStatementAfterTheHandlerMendedIt) {
+    bool open = false;
+    int runs = 0;
+    Trap on = Trap::Handled([&](int number) {
+        if (number != vberr::ObjectClosed) return Trap::Resume::Next;
+        open = true;
+        return Trap::Resume::Again;
+    });
+    EXPECT_TRUE(on([&] {
+        ++runs;
+        if (!open) throw VbError(vberr::ObjectClosed);
+    }));
+    EXPECT_EQ(runs, 2);
+}
+
+TEST(TrapHandled, ExitPassesOverEveryLaterStatement) {
+    int value = 0;
+    Trap on = Trap::Handled([](int) { return Trap::Resume::Exit; });
+    on([] { throw VbError(vberr::ObjectOpen); });
+    EXPECT_TRUE(on.Exited());
+    EXPECT_FALSE(on([&] { value = 1; }));
+    EXPECT_EQ(value, 0);
+}
+
+TEST(TrapHandled, AFaultInsideTheHandlerLeavesTheProcedure) {
+    int runs = 0, value = 0;
+    Trap on = Trap::Handled([](int) -> Trap::Resume { throw VbError(vberr::ObjectOpen); });
+    on([&] {
+        ++runs;
+        throw VbError(vberr::ObjectClosed);
+    });
+    on([&] { value = 1; });
+    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(value, 0);
+    EXPECT_TRUE(on.Exited());
+}
+
+TEST(TrapHandled, TheProgramsEndPassesThroughTheHandler) {
+    Trap on = Trap::Handled([](int) -> Trap::Resume { throw ProgramEnded{}; });
+    EXPECT_THROW(on([] { throw VbError(vberr::ObjectOpen); }), ProgramEnded);
+}

@@ -25,7 +25,8 @@ struct Criteria : ::testing::Test {
     std::string rows(const std::string& criteria) {
         rs->SetFilter(criteria);
         std::string out;
-        for (; !rs->Eof(); rs->MoveNext()) out += CStr(rs->Fields("StockNo").Value()) + " ";
+        for (; !rs->Eof(); rs->MoveNext())
+            out += CStr(rs->Fields("StockNo").Value()) + " ";
         return out;
     }
 };
@@ -54,7 +55,11 @@ TEST_F(Criteria, YesNoComparesWithTrueAndFalse) {
     EXPECT_EQ(rows("[Disco] = False"), "CD3 EF4 xab2 ");
 }
 
-TEST_F(Criteria, LikeNullMatchesNothing) { EXPECT_EQ(rows("StockNo like Null "), ""); }
+TEST_F(Criteria, LikeNullFindsMissingValues) {
+    EXPECT_EQ(rows("Category like Null "), "EF4 ");
+    EXPECT_EQ(rows("StockNo like Null "), "");
+    EXPECT_EQ(rows("Supplier like Null  and Cost1 > 5"), "CD3 ");
+}
 
 TEST_F(Criteria, EqualsNullAndNotEqualsNullTestForMissingValues) {
     EXPECT_EQ(rows("[Category] = Null"), "EF4 ");
@@ -65,7 +70,9 @@ TEST_F(Criteria, NotEqualSkipsMissingValues) {
     EXPECT_EQ(rows("[Category] <> 'Beads'"), "CD3 ");
 }
 
-TEST_F(Criteria, TextComparisonIgnoresCase) { EXPECT_EQ(rows("[ProdName] = 'RED BEAD'"), "AB-1 "); }
+TEST_F(Criteria, TextComparisonIgnoresCase) {
+    EXPECT_EQ(rows("[ProdName] = 'RED BEAD'"), "AB-1 ");
+}
 
 TEST_F(Criteria, PageNumbersInQuotesCompareAsText) {
     EXPECT_EQ(rows("[PageNo] = '10'"), "CD3 ");
@@ -77,12 +84,14 @@ TEST_F(Criteria, AQuotedNumberAgainstANumberColumnComparesAsANumber) {
     EXPECT_VBERROR(rs->SetFilter("Cost1 = 'cheap'"), 3001);
 }
 
-TEST_F(Criteria, AValueOnTheLeftReadsTheOtherWayRound) { EXPECT_EQ(rows("5 < Cost1"), "CD3 xab2 "); }
+TEST_F(Criteria, AValueOnTheLeftReadsTheOtherWayRound) {
+    EXPECT_EQ(rows("5 < Cost1"), "CD3 xab2 ");
+}
 
 TEST_F(Criteria, BrokenTextsAreFaultsNotCrashes) {
-    for (const char* broken : {"StockNo = 'AB", "StockNo =", "StockNo 'AB'", "(StockNo = 'AB'",
-                               "StockNo = 'AB' and", "[StockNo = 'AB'", "StockNo = 'O'Brien'",
-                               "StockNo ~ 'x'", "and or"})
+    for (const char* broken :
+         {"StockNo = 'AB", "StockNo =", "StockNo 'AB'", "(StockNo = 'AB'", "StockNo = 'AB' and",
+          "[StockNo = 'AB'", "StockNo = 'O'Brien'", "StockNo ~ 'x'", "and or"})
         EXPECT_VBERROR(rs->SetFilter(broken), 3001);
     EXPECT_VBERROR(rs->SetFilter("Colour = 'red'"), 3265);
     EXPECT_EQ(rs->RecordCount(), 4);

@@ -164,18 +164,21 @@ TEST_F(Three, FilterNullTestsFindMissingValues) {
     EXPECT_EQ(rs->RecordCount(), 2);
 }
 
-TEST_F(Three, BrokenFilterFailsAndLeavesTheOldOne) {
+TEST_F(Three, ABrokenFilterFailsAndLiftsTheFilter) {
     rs->SetFilter("[Category] = 'Paint'");
     EXPECT_VBERROR(rs->SetFilter("[Category] = 'Paint"), 3001);
+    EXPECT_EQ(rs->RecordCount(), 3);
+    EXPECT_EQ(rs->Filter(), "");
+    rs->SetFilter("[Category] = 'Paint'");
     EXPECT_VBERROR(rs->SetFilter("[Colour] = 'red'"), 3265);
-    EXPECT_EQ(rs->RecordCount(), 2);
-    EXPECT_EQ(rs->Filter(), "[Category] = 'Paint'");
+    EXPECT_EQ(rs->RecordCount(), 3);
 }
 
 TEST_F(Three, SortTakesSeveralColumnsAndDesc) {
     rs->SetSort("Category, StockNo Desc");
     std::string order;
-    for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext()) order += stock() + " ";
+    for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext())
+        order += stock() + " ";
     EXPECT_EQ(order, "A100 C300 b200 ");
     rs->SetSort("Cost1 Desc");
     EXPECT_EQ(stock(), "b200");
@@ -239,6 +242,38 @@ TEST_F(Three, DeleteRemovesTheRowAndTheNextMoveLandsOnItsSuccessor) {
     rs->MoveNext();
     EXPECT_EQ(stock(), "C300");
     EXPECT_EQ(cat.query("select StockNo from Products order by StockNo"), "A100|C300");
+}
+
+TEST_F(Three, EveryBookmarkIsAbove0) {
+    for (int i = 0; i < 3; ++i, rs->MoveNext())
+        EXPECT_GT(CDbl(rs->Bookmark()), 0) << i;
+}
+
+TEST_F(Three, MoveNextAfterDeletingTheLastRowGoesPastTheEndWithAMove) {
+    rs->MoveLast();
+    rs->Delete();
+    const int before = moves;
+    rs->MoveNext();
+    EXPECT_TRUE(rs->Eof());
+    EXPECT_EQ(moves, before + 1);
+    EXPECT_VBERROR(rs->MoveNext(), 3021);
+    rs->MoveLast();
+    EXPECT_EQ(stock(), "b200");
+}
+
+TEST(OneRow, MoveNextAfterDeletingTheOnlyRowLeavesAnEmptySetPastTheEnd) {
+    TempCatalogue cat;
+    cat.sql("INSERT INTO Products (StockNo) VALUES ('A1');");
+    auto conn = cat.connect();
+    auto rs = cat.open(StatementA, *conn);
+    int moves = 0;
+    rs->MoveComplete = [&] { ++moves; };
+    rs->Delete();
+    rs->MoveNext();
+    EXPECT_EQ(moves, 1);
+    EXPECT_EQ(rs->RecordCount(), 0);
+    EXPECT_TRUE(rs->Eof());
+    EXPECT_VBERROR(rs->MoveLast(), 3021);
 }
 
 TEST_F(Three, WillChangeIsRaisedBeforeAnUpdate) {

@@ -1,0 +1,923 @@
+#include "desktop/form_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QSlider>
+#include <QTableView>
+#include <QTimer>
+#include <QWebEngineView>
+#include <QWindowStateChangeEvent>
+#include <cmath>
+#include <set>
+
+#include "base/convert.h"
+#include "base/vb_error.h"
+#include "desktop/form_host.h"
+#include "desktop/grid_model.h"
+#include "desktop/guard.h"
+#include "desktop/keys.h"
+#include "desktop/qt_ui.h"
+#include "desktop/web_pane.h"
+#include "forms/runtime.h"
+#include "records/recordset.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr double TwipsPerPixel = 15.0;
+// What a window's frame takes around its client area before the window system says.
+constexpr int FrameWidth = 8, FrameHeight = 30;
+constexpr long DefaultBackColor = 0xFFFFFF;
+constexpr int vbFormControlMenu = 0;
+
+int px(double twips) {
+    return static_cast<int>(std::lround(twips / TwipsPerPixel));
+}
+double twips(int pixels) {
+    return pixels * TwipsPerPixel;
+}
+
+QString qs(const std::string& s) {
+    return QString::fromStdString(s);
+}
+
+// Text for a widget: the classic line end becomes a line break.
+QString shown(const std::string& s) {
+    QString t = qs(s);
+    t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    return t;
+}
+
+// A label shows "&" as it stands, "&&" as one.
+QString labelText(const std::string& caption) {
+    QString t = shown(caption);
+    QString out;
+    for (int i = 0; i < t.size(); ++i) {
+        if (t[i] == '&' && i + 1 < t.size()) {
+            out += t[++i];
+            continue;
+        }
+        out += t[i];
+    }
+    return out;
+}
+
+bool sameName(const std::string& a, const std::string& b) {
+    return !NoCase{}(a, b) && !NoCase{}(b, a);
+}
+
+bool is(std::string_view property, const char* name) {
+    return sameName(std::string(property), name);
+}
+
+// A classic colour (&H00BBGGRR); system colours (the high bit set) have none here.
+bool colourOf(const Variant& v, QColor& colour) {
+    long value = 0;
+    try {
+        value = static_cast<long>(CDbl(v));
+    } catch (const VbError&) {
+        return false;
+    }
+    if (value < 0 || value > 0xFFFFFF) return false;
+    colour = QColor(value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF);
+    return true;
+}
+
+double num(const Control& c, const char* name, double fallback = 0) {
+    try {
+        return c.HasProperty(name) ? c.Num(name) : fallback;
+    } catch (const VbError&) {
+        return fallback;
+    }
+}
+
+bool flag(const Control& c, const char* name) {
+    try {
+        return c.HasProperty(name) && CBool(c.Property(name));
+    } catch (const VbError&) {
+        return false;
+    }
+}
+
+bool multiLine(const Control& c) {
+    // A box marked multi-line, or one tall enough for three lines, takes line breaks.
+    return flag(c, "MultiLine") || c.Num("Height") >= 600;
+}
+
+// The window of a form that has no menu bar: a dialog that only the model closes.
+class FormDialog : public QDialog {
+  public:
+    using QDialog::QDialog;
+    void reject() override {}
+};
+
+}  // namespace
+
+FormWindow::FormWindow(Form& form, FormHost& host) : form_(form), host_(host) {
+    build();
+    std::weak_ptr<bool> alive = alive_;
+    form_.Observe([this, alive](Form&, Control* control, std::string_view property) {
+        if (!alive.expired()) changed(control, property);
+    });
+}
+
+FormWindow::~FormWindow() {
+    *alive_ = false;
+    // The panes belong to the Ui: their views leave before the window goes.
+    for (auto& [control, widget] : widgets_) {
+        if (widget && qobject_cast<QWebEngineView*>(widget.data())) {
+            widget->hide();
+            widget->setParent(nullptr);
+        }
+    }
+    delete window_.data();
+}
+
+QWidget* FormWindow::widgetFor(const Control& control) const {
+    auto it = widgets_.find(&control);
+    return it == widgets_.end() ? nullptr : it->second.data();
+}
+
+QAction* FormWindow::actionFor(const Control& control) const {
+    auto it = actions_.find(&control);
+    return it == actions_.end() ? nullptr : it->second.data();
+}
+
+void FormWindow::build() {
+    bool hasMenus = false;
+    for (const auto& c : form_.Controls())
+        if (c->Kind() == ControlKind::Menu) hasMenus = true;
+    canvas_ = new QWidget;
+    canvas_->setObjectName(qs(form_.Name()));
+    if (hasMenus) {
+        auto* main = new QMainWindow;
+        main->setCentralWidget(canvas_);
+        window_ = main;
+    } else {
+        auto* dialog = new FormDialog;
+        canvas_->setParent(dialog);
+        window_ = dialog;
+    }
+    window_->setAttribute(Qt::WA_DeleteOnClose, false);
+    window_->installEventFilter(this);
+    canvas_->installEventFilter(this);
+    canvas_->setFocusPolicy(Qt::StrongFocus);
+    ++applying_;
+    for (const auto& c : form_.Controls())
+        ensureWidget(*c);
+    // The stacking of siblings follows the order of the controls, whatever order made them.
+    for (const auto& c : form_.Controls())
+        if (QWidget* w = widgetFor(*c)) w->raise();
+    if (hasMenus) buildMenus();
+    for (const char* p : {"Caption", "Enabled"})
+        applyForm(p);
+    --applying_;
+    sizeWindow();
+}
+
+QWidget* FormWindow::ensureWidget(Control& control) {
+    if (control.Kind() == ControlKind::Menu) return nullptr;
+    auto it = widgets_.find(&control);
+    if (it != widgets_.end()) return it->second;
+    QWidget* parent = canvas_;
+    const std::string container = control.Container();
+    if (!container.empty()) {
+        Control* frame = form_.Find(container);
+        if (frame && frame != &control && frame->Kind() != ControlKind::Menu) {
+            widgets_[&control] = nullptr;  // a frame inside itself stops here
+            if (QWidget* w = ensureWidget(*frame)) parent = w;
+        }
+    }
+    QWidget* widget = makeWidget(control, parent);
+    widgets_[&control] = widget;
+    if (!widget) return nullptr;
+    watch(widget, &control);
+    applyAll(control);
+    connectUser(control, widget);
+    return widget;
+}
+
+void FormWindow::watch(QWidget* widget, Control* control) {
+    controlOf_[widget] = control;
+    widget->installEventFilter(this);
+    if (auto* area = qobject_cast<QAbstractScrollArea*>(widget)) {
+        controlOf_[area->viewport()] = control;
+        area->viewport()->installEventFilter(this);
+    }
+}
+
+QWidget* FormWindow::makeWidget(Control& control, QWidget* parent) {
+    QWidget* w = nullptr;
+    switch (control.Kind()) {
+        case ControlKind::Label: {
+            auto* label = new QLabel(parent);
+            // A label of one line is cut at its width; a taller one wraps its words.
+            label->setWordWrap(control.Num("Height") >= 400);
+            label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+            label->setTextFormat(Qt::PlainText);
+            w = label;
+            break;
+        }
+        case ControlKind::TextBox:
+            if (multiLine(control)) {
+                auto* edit = new QPlainTextEdit(parent);
+                edit->setTabChangesFocus(true);
+                w = edit;
+            } else {
+                w = new QLineEdit(parent);
+            }
+            break;
+        case ControlKind::CheckBox:
+            w = new QCheckBox(parent);
+            break;
+        case ControlKind::OptionButton:
+            w = new QRadioButton(parent);
+            break;
+        case ControlKind::CommandButton: {
+            auto* button = new QPushButton(parent);
+            button->setAutoDefault(false);
+            button->setDefault(flag(control, "Default"));
+            w = button;
+            break;
+        }
+        case ControlKind::Frame:
+            w = new QGroupBox(parent);
+            break;
+        case ControlKind::ListBox:
+        case ControlKind::FileList:
+        case ControlKind::DirList:
+        case ControlKind::DriveList: {
+            auto* list = new QListWidget(parent);
+            const int multi = static_cast<int>(num(control, "MultiSelect"));
+            list->setSelectionMode(multi == 1   ? QAbstractItemView::MultiSelection
+                                   : multi == 2 ? QAbstractItemView::ExtendedSelection
+                                                : QAbstractItemView::SingleSelection);
+            w = list;
+            break;
+        }
+        case ControlKind::ComboBox: {
+            auto* combo = new QComboBox(parent);
+            // A combo with a text part (Style 0) takes typing; one without is a list.
+            combo->setEditable(control.HasProperty("Style") && num(control, "Style") == 0);
+            w = combo;
+            break;
+        }
+        case ControlKind::Slider: {
+            auto* slider = new QSlider(Qt::Horizontal, parent);
+            slider->setTracking(false);
+            slider->setTickPosition(QSlider::TicksBelow);
+            w = slider;
+            break;
+        }
+        case ControlKind::DataGrid: {
+            auto* table = new QTableView(parent);
+            auto* model = new GridModel(table);
+            table->setModel(model);
+            table->setSelectionBehavior(QAbstractItemView::SelectRows);
+            table->setSelectionMode(QAbstractItemView::SingleSelection);
+            table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+            table->verticalHeader()->setDefaultSectionSize(20);
+            table->horizontalHeader()->setDefaultSectionSize(110);
+            grids_[&control] = model;
+            model->setSource(control.DataSource());
+            w = table;
+            break;
+        }
+        case ControlKind::Browser: {
+            QWebEngineView* view = host_.ui().webPane(form_, control.Name()).view();
+            view->setParent(parent);
+            w = view;
+            break;
+        }
+        case ControlKind::Image: {
+            auto* image = new QLabel(parent);
+            image->setAlignment(Qt::AlignCenter);
+            w = image;
+            break;
+        }
+        case ControlKind::DataControl: {
+            auto* label = new QLabel(parent);
+            label->setFrameShape(QFrame::Panel);
+            w = label;
+            break;
+        }
+        case ControlKind::Menu:
+            return nullptr;
+    }
+    w->setObjectName(qs(control.Path()));
+    return w;
+}
+
+void FormWindow::connectUser(Control& control, QWidget* widget) {
+    Control* c = &control;
+    if (auto* button = qobject_cast<QPushButton*>(widget)) {
+        connect(button, &QPushButton::clicked, this,
+                [this, c] { act([c] { c->Raise("Click"); }); });
+    } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
+        connect(check, &QCheckBox::clicked, this, [this, c](bool on) {
+            act([c, on] { c->SetValue(Variant::Integer(on ? 1 : 0)); });
+        });
+    } else if (auto* option = qobject_cast<QRadioButton*>(widget)) {
+        connect(option, &QRadioButton::clicked, this,
+                [this, c] { act([c] { c->SetValue(Variant(true)); }); });
+        // The buttons of one container exclude each other, as the classic toolkit's do.
+        connect(option, &QRadioButton::toggled, this, [this, c](bool on) {
+            if (!on && c->Value().BoolValue()) act([c] { c->SetValue(Variant(false)); });
+        });
+    } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+        connect(line, &QLineEdit::textEdited, this, [this, c](const QString& text) {
+            act([c, text] { c->SetText(text.toStdString()); });
+        });
+    } else if (auto* edit = qobject_cast<QPlainTextEdit*>(widget)) {
+        connect(edit, &QPlainTextEdit::textChanged, this, [this, c, edit] {
+            if (applying_) return;
+            QString text = edit->toPlainText();
+            text.replace('\n', QStringLiteral("\r\n"));
+            act([c, text] { c->SetText(text.toStdString()); });
+        });
+    } else if (auto* list = qobject_cast<QListWidget*>(widget)) {
+        connect(list, &QListWidget::currentRowChanged, this, [this, c](int row) {
+            if (applying_) return;
+            act([c, row] {
+                if (row < c->ListCount()) c->SetListIndex(row);
+            });
+        });
+        connect(list, &QListWidget::itemSelectionChanged, this, [this, c, list] {
+            if (applying_ || list->selectionMode() == QAbstractItemView::SingleSelection) return;
+            act([c, list] {
+                for (int i = 0; i < list->count() && i < c->ListCount(); ++i)
+                    if (list->item(i)->isSelected() != c->Selected(i))
+                        c->SetSelected(i, list->item(i)->isSelected());
+            });
+        });
+    } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
+        connect(combo, &QComboBox::activated, this, [this, c](int index) {
+            act([c, index] {
+                if (c->ListIndex() == index)
+                    c->Raise("Click");
+                else if (index < c->ListCount())
+                    c->SetListIndex(index);
+            });
+        });
+        if (combo->isEditable())
+            connect(combo, &QComboBox::editTextChanged, this, [this, c](const QString& text) {
+                if (applying_) return;
+                act([c, text] { c->SetText(text.toStdString()); });
+            });
+    } else if (auto* slider = qobject_cast<QSlider*>(widget)) {
+        connect(slider, &QSlider::valueChanged, this, [this, c](int value) {
+            if (applying_) return;
+            act([c, value] {
+                c->SetProperty("Value", Variant(value));
+                c->Raise("Scroll");
+            });
+        });
+    } else if (auto* table = qobject_cast<QTableView*>(widget)) {
+        connect(table, &QTableView::pressed, this, [this, c](const QModelIndex& index) {
+            act([c, index] {
+                c->Raise("Click");
+                if (!c->Parent().IsLoaded() || !c->DataSource()) return;
+                c->DataSource()->SetAbsolutePosition(index.row() + 1);
+                c->Raise("RowColChange");
+            });
+        });
+    }
+}
+
+void FormWindow::buildMenus() {
+    auto* main = static_cast<QMainWindow*>(window_.data());
+    QMenuBar* bar = main->menuBar();
+    std::set<std::string, NoCase> parents;
+    for (const auto& c : form_.Controls())
+        if (c->Kind() == ControlKind::Menu && !c->Container().empty())
+            parents.insert(c->Container());
+    for (const auto& owned : form_.Controls()) {
+        Control* c = owned.get();
+        if (c->Kind() != ControlKind::Menu) continue;
+        QMenu* parentMenu = nullptr;
+        if (!c->Container().empty()) {
+            for (const auto& [control, menu] : menus_)
+                if (sameName(control->Name(), c->Container())) parentMenu = menu;
+            if (!parentMenu) continue;  // its menu is not a menu of this form
+        }
+        QAction* action = nullptr;
+        if (parents.count(c->Name())) {
+            auto* menu = parentMenu ? parentMenu->addMenu(QString()) : bar->addMenu(QString());
+            menus_[c] = menu;
+            action = menu->menuAction();
+            connect(menu, &QMenu::aboutToShow, this,
+                    [this, c] { act([c] { c->Raise("Click"); }); });
+        } else {
+            action = parentMenu ? parentMenu->addAction(QString()) : bar->addAction(QString());
+            connect(action, &QAction::triggered, this,
+                    [this, c] { act([c] { c->Raise("Click"); }); });
+        }
+        actions_[c] = action;
+        for (const char* p : {"Caption", "Visible", "Enabled", "Checked"})
+            applyMenu(*c, p);
+    }
+}
+
+// --- The model to the screen --------------------------------------------------------------
+
+void FormWindow::changed(Control* control, std::string_view property) {
+    if (!window_) return;
+    ++applying_;
+    try {
+        if (!control)
+            applyForm(property);
+        else if (control->Kind() == ControlKind::Menu)
+            applyMenu(*control, property);
+        else if (widgetFor(*control))
+            apply(*control, property);
+    } catch (const VbError&) {
+    }
+    --applying_;
+    scheduleSync();
+}
+
+void FormWindow::applyAll(Control& control) {
+    ++applying_;
+    for (const char* p :
+         {"Left",       "Caption",   "Text",     "Value",         "Min",         "Max",
+          "List",       "ListIndex", "Selected", "Enabled",       "ToolTipText", "BackColor",
+          "ForeColor",  "Picture",   "Locked",   "PasswordChar",  "Alignment",   "FontBold",
+          "FontItalic", "FontSize",  "FontName", "FontUnderline", "Visible"})
+        if (std::string_view(p) == "Left" || std::string_view(p) == "List" ||
+            std::string_view(p) == "Selected" || control.HasProperty(p))
+            apply(control, p, true);
+    --applying_;
+}
+
+void FormWindow::apply(Control& c, std::string_view property, bool initial) {
+    QWidget* w = widgetFor(c);
+    if (!w) return;
+    const ControlKind kind = c.Kind();
+    if (is(property, "Left") || is(property, "Top") || is(property, "Width") ||
+        is(property, "Height")) {
+        w->setGeometry(px(c.Num("Left")), px(c.Num("Top")), std::max(0, px(c.Num("Width"))),
+                       std::max(0, px(c.Num("Height"))));
+    } else if (is(property, "Visible")) {
+        w->setVisible(c.Visible());
+    } else if (is(property, "Enabled")) {
+        w->setEnabled(c.Enabled());
+    } else if (is(property, "ToolTipText")) {
+        w->setToolTip(qs(textOf(c.Property("ToolTipText"))));
+    } else if (is(property, "ZOrder")) {
+        if (num(c, "ZOrder") == 0)
+            w->raise();
+        else
+            w->lower();
+    } else if (is(property, "Caption")) {
+        const std::string caption = c.Caption();
+        if (auto* b = qobject_cast<QAbstractButton*>(w))
+            b->setText(shown(caption));
+        else if (auto* g = qobject_cast<QGroupBox*>(w))
+            g->setTitle(labelText(caption));
+        else if (auto* l = qobject_cast<QLabel*>(w); l && kind != ControlKind::Image)
+            l->setText(labelText(caption));
+    } else if (is(property, "Text")) {
+        const QString text = shown(c.Text());
+        if (auto* line = qobject_cast<QLineEdit*>(w)) {
+            if (line->text() != text) {
+                const int cursor = line->cursorPosition();
+                line->setText(text);
+                line->setCursorPosition(std::min(cursor, static_cast<int>(text.size())));
+            }
+        } else if (auto* edit = qobject_cast<QPlainTextEdit*>(w)) {
+            if (edit->toPlainText() != text) edit->setPlainText(text);
+        } else if (auto* combo = qobject_cast<QComboBox*>(w); combo && combo->isEditable()) {
+            if (combo->currentText() != text) combo->setEditText(text);
+        }
+    } else if (is(property, "Value")) {
+        if (auto* check = qobject_cast<QCheckBox*>(w)) {
+            const int v = static_cast<int>(num(c, "Value"));
+            check->setTristate(v == 2);
+            check->setCheckState(v == 1   ? Qt::Checked
+                                 : v == 2 ? Qt::PartiallyChecked
+                                          : Qt::Unchecked);
+        } else if (auto* option = qobject_cast<QRadioButton*>(w)) {
+            option->setChecked(c.Value().BoolValue());
+        } else if (auto* slider = qobject_cast<QSlider*>(w)) {
+            slider->setValue(static_cast<int>(num(c, "Value")));
+        }
+    } else if (is(property, "Min") || is(property, "Max")) {
+        if (auto* slider = qobject_cast<QSlider*>(w)) {
+            slider->setRange(static_cast<int>(num(c, "Min")), static_cast<int>(num(c, "Max")));
+            slider->setValue(static_cast<int>(num(c, "Value")));
+        }
+    } else if (is(property, "List") || is(property, "ListIndex") || is(property, "Selected")) {
+        if (auto* list = qobject_cast<QListWidget*>(w)) {
+            if (is(property, "List")) {
+                QStringList items;
+                for (int i = 0; i < c.ListCount(); ++i)
+                    items << shown(c.List(i));
+                bool same = list->count() == items.size();
+                for (int i = 0; same && i < items.size(); ++i)
+                    same = list->item(i)->text() == items[i];
+                if (!same) {
+                    list->clear();
+                    list->addItems(items);
+                }
+            }
+            const int index = c.HasProperty("ListIndex") ? c.ListIndex() : -1;
+            if (list->currentRow() != index) list->setCurrentRow(index);
+            if (list->selectionMode() != QAbstractItemView::SingleSelection)
+                for (int i = 0; i < list->count(); ++i)
+                    list->item(i)->setSelected(c.Selected(i));
+        } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
+            if (is(property, "List")) {
+                QStringList items;
+                for (int i = 0; i < c.ListCount(); ++i)
+                    items << shown(c.List(i));
+                QStringList now;
+                for (int i = 0; i < combo->count(); ++i)
+                    now << combo->itemText(i);
+                if (now != items) {
+                    combo->clear();
+                    combo->addItems(items);
+                }
+            }
+            if (combo->currentIndex() != c.ListIndex()) combo->setCurrentIndex(c.ListIndex());
+            if (combo->isEditable()) combo->setEditText(shown(c.Text()));
+        }
+    } else if (is(property, "BackColor") || is(property, "ForeColor")) {
+        const bool back = is(property, "BackColor");
+        QColor colour;
+        if (!colourOf(c.Property(property), colour)) return;
+        // The model's defaults (white behind, black in front) leave the toolkit's own look.
+        if (initial && colour == (back ? QColor(Qt::white) : QColor(Qt::black))) return;
+        QPalette palette = w->palette();
+        const bool boxLike = kind == ControlKind::TextBox || kind == ControlKind::ListBox ||
+                             kind == ControlKind::ComboBox || kind == ControlKind::FileList ||
+                             kind == ControlKind::DirList || kind == ControlKind::DriveList ||
+                             kind == ControlKind::DataGrid;
+        const bool buttonLike = kind == ControlKind::CommandButton ||
+                                kind == ControlKind::CheckBox || kind == ControlKind::OptionButton;
+        if (back) {
+            palette.setColor(boxLike      ? QPalette::Base
+                             : buttonLike ? QPalette::Button
+                                          : QPalette::Window,
+                             colour);
+            if (!boxLike) w->setAutoFillBackground(true);
+        } else {
+            palette.setColor(boxLike      ? QPalette::Text
+                             : buttonLike ? QPalette::ButtonText
+                                          : QPalette::WindowText,
+                             colour);
+        }
+        w->setPalette(palette);
+    } else if (is(property, "Picture")) {
+        if (auto* l = qobject_cast<QLabel*>(w)) {
+            const QString path = qs(textOf(c.Property("Picture")));
+            QPixmap picture(path);
+            if (picture.isNull())
+                l->clear();
+            else
+                l->setPixmap(flag(c, "Stretch") ? picture.scaled(w->size()) : picture);
+        }
+    } else if (is(property, "Locked")) {
+        if (auto* line = qobject_cast<QLineEdit*>(w))
+            line->setReadOnly(flag(c, "Locked"));
+        else if (auto* edit = qobject_cast<QPlainTextEdit*>(w))
+            edit->setReadOnly(flag(c, "Locked"));
+    } else if (is(property, "PasswordChar")) {
+        if (auto* line = qobject_cast<QLineEdit*>(w))
+            line->setEchoMode(textOf(c.Property("PasswordChar")).empty() ? QLineEdit::Normal
+                                                                         : QLineEdit::Password);
+    } else if (is(property, "Alignment")) {
+        if (auto* l = qobject_cast<QLabel*>(w)) {
+            const int a = static_cast<int>(num(c, "Alignment"));
+            l->setAlignment((a == 1   ? Qt::AlignRight
+                             : a == 2 ? Qt::AlignHCenter
+                                      : Qt::AlignLeft) |
+                            Qt::AlignTop);
+        }
+    } else if (is(property, "FontBold") || is(property, "FontItalic") || is(property, "FontSize") ||
+               is(property, "FontName") || is(property, "FontUnderline")) {
+        QFont font = w->font();
+        if (c.HasProperty("FontBold")) font.setBold(flag(c, "FontBold"));
+        if (c.HasProperty("FontItalic")) font.setItalic(flag(c, "FontItalic"));
+        if (c.HasProperty("FontUnderline")) font.setUnderline(flag(c, "FontUnderline"));
+        if (c.HasProperty("FontSize") && num(c, "FontSize") > 0)
+            font.setPointSizeF(num(c, "FontSize"));
+        if (c.HasProperty("FontName") && !initial)
+            font.setFamily(qs(textOf(c.Property("FontName"))));
+        w->setFont(font);
+    }
+}
+
+void FormWindow::applyMenu(Control& c, std::string_view property) {
+    QAction* action = actionFor(c);
+    if (!action) return;
+    if (is(property, "Caption")) {
+        const QString caption = qs(c.Caption());
+        action->setSeparator(caption == QStringLiteral("-"));
+        action->setText(caption);
+        if (auto it = menus_.find(&c); it != menus_.end() && it->second)
+            it->second->setTitle(caption);
+    } else if (is(property, "Visible")) {
+        action->setVisible(c.Visible());
+    } else if (is(property, "Enabled")) {
+        action->setEnabled(c.Enabled());
+    } else if (is(property, "Checked") && c.HasProperty("Checked")) {
+        const bool on = flag(c, "Checked");
+        action->setCheckable(on || action->isCheckable());
+        action->setChecked(on);
+    }
+}
+
+void FormWindow::applyForm(std::string_view property) {
+    if (is(property, "Caption")) {
+        window_->setWindowTitle(labelText(form_.Caption()));
+    } else if (is(property, "Left") || is(property, "Top")) {
+        if (window_->isVisible()) placeWindow();
+    } else if (is(property, "Width") || is(property, "Height")) {
+        sizeWindow();
+    } else if (is(property, "Enabled")) {
+        window_->setEnabled(form_.Property("Enabled").BoolValue());
+    } else if (is(property, "WindowState")) {
+        if (!window_->isVisible()) return;
+        const int state = form_.WindowState();
+        const Qt::WindowStates now = window_->windowState();
+        if (state == 1 && !(now & Qt::WindowMinimized))
+            window_->showMinimized();
+        else if (state == 2 && !(now & Qt::WindowMaximized))
+            window_->showMaximized();
+        else if (state == 0 && (now & (Qt::WindowMinimized | Qt::WindowMaximized)))
+            window_->showNormal();
+    }
+}
+
+void FormWindow::placeWindow() {
+    const double left = form_.Num("Left"), top = form_.Num("Top");
+    if (left == 0 && top == 0) {
+        // A form that sets no place of its own stands in the middle of the main window.
+        QWidget* over = host_.mainWindow();
+        QRect area = over && over != window_ ? over->frameGeometry()
+                                             : window_->screen()->availableGeometry();
+        QRect frame = window_->frameGeometry();
+        frame.moveCenter(area.center());
+        window_->move(frame.topLeft());
+        return;
+    }
+    window_->move(px(left), px(top));
+}
+
+void FormWindow::sizeWindow() {
+    int extraWidth = FrameWidth, extraHeight = FrameHeight;
+    if (window_->isVisible()) {
+        // Once shown, the window system tells what its frame takes (nothing without one).
+        extraWidth = window_->frameGeometry().width() - window_->width();
+        extraHeight = window_->frameGeometry().height() - window_->height();
+    }
+    const int width = std::max(80, px(form_.Num("Width")) - extraWidth);
+    const int height = std::max(40, px(form_.Num("Height")) - extraHeight);
+    window_->setFixedSize(width, height);
+}
+
+void FormWindow::scheduleSync() {
+    if (grids_.empty() || syncPending_) return;
+    syncPending_ = true;
+    std::weak_ptr<bool> alive = alive_;
+    QTimer::singleShot(0, this, [this, alive] {
+        if (alive.expired()) return;
+        syncPending_ = false;
+        syncGrids();
+    });
+}
+
+void FormWindow::syncGrids() {
+    ++applying_;
+    for (auto& [control, model] : grids_) {
+        auto* table = qobject_cast<QTableView*>(widgetFor(*control));
+        if (!table || !table->isVisible()) continue;
+        if (model->source() != control->DataSource())
+            model->setSource(control->DataSource());
+        else
+            model->refresh();
+        const int row = model->currentRow();
+        if (row < 0) {
+            table->clearSelection();
+        } else if (table->currentIndex().row() != row) {
+            table->selectRow(row);
+            table->scrollTo(model->index(row, 0));
+        }
+    }
+    --applying_;
+}
+
+// --- The screen to the model --------------------------------------------------------------
+
+void FormWindow::act(const std::function<void()>& action) {
+    if (applying_) return;
+    std::weak_ptr<bool> alive = alive_;
+    guarded(action);
+    if (!alive.expired()) scheduleSync();
+    host_.dispatched();
+}
+
+void FormWindow::showWindow(bool modal) {
+    modal_ = modal;
+    window_->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    ++applying_;
+    sizeWindow();
+    placeWindow();
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+    --applying_;
+    // Now the frame is known: the client area is what the form's size leaves of it.
+    std::weak_ptr<bool> alive = alive_;
+    QTimer::singleShot(0, this, [this, alive] {
+        if (alive.expired() || !window_ || !window_->isVisible()) return;
+        sizeWindow();
+        const double left = form_.Num("Left"), top = form_.Num("Top");
+        if (left != 0 || top != 0) window_->move(px(left), px(top));
+    });
+    scheduleSync();
+}
+
+void FormWindow::hideWindow() {
+    if (window_) window_->hide();
+}
+
+bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == window_) {
+        switch (event->type()) {
+            case QEvent::Close:
+                event->ignore();
+                act([this] { Runtime::Current().Unload(form_, vbFormControlMenu); });
+                return true;
+            case QEvent::WindowActivate:
+                host_.activated(form_);
+                break;
+            case QEvent::WindowStateChange: {
+                const Qt::WindowStates state = window_->windowState();
+                const int classic = state & Qt::WindowMinimized   ? 1
+                                    : state & Qt::WindowMaximized ? 2
+                                                                  : 0;
+                if (classic != form_.WindowState())
+                    act([this, classic] { form_.SetProperty("WindowState", Variant(classic)); });
+                break;
+            }
+            case QEvent::Move: {
+                if (!window_->isVisible() || (window_->windowState() & Qt::WindowMinimized)) break;
+                const QPoint at = window_->pos();
+                if (px(form_.Num("Left")) != at.x() || px(form_.Num("Top")) != at.y())
+                    act([this, at] {
+                        form_.SetNum("Left", twips(at.x()));
+                        form_.SetNum("Top", twips(at.y()));
+                    });
+                break;
+            }
+            default:
+                break;
+        }
+        if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
+    }
+    auto it = controlOf_.find(watched);
+    Control* control = it == controlOf_.end() ? nullptr : it->second;
+    switch (event->type()) {
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+            return keyEvent(control, event);
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+            return control ? mouseEvent(*control, event) : false;
+        case QEvent::FocusIn:
+            if (control && watched == widgetFor(*control))
+                act([control] { control->Raise("GotFocus"); });
+            return false;
+        case QEvent::FocusOut:
+            if (control && watched == widgetFor(*control))
+                act([control] { control->Raise("LostFocus"); });
+            return false;
+        default:
+            return false;
+    }
+}
+
+bool FormWindow::keyEvent(Control* control, QEvent* event) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    const KeySeen seen{static_cast<int>(event->type()), key->timestamp(), key->key()};
+    if (seen.type == lastKey_.type && seen.timestamp == lastKey_.timestamp &&
+        seen.key == lastKey_.key)
+        return false;
+    lastKey_ = seen;
+    const int code = classicKeyCode(*key);
+    const int shift = classicShift(*key);
+    const QString text = key->text();
+    const int ascii = text.size() == 1 && text[0].unicode() < 256 ? text[0].unicode() : 0;
+    bool swallow = false;
+    std::weak_ptr<bool> alive = alive_;
+    if (event->type() == QEvent::KeyRelease) {
+        if (control && code)
+            act([&] {
+                EventArgs args;
+                args.KeyCode = code;
+                args.Shift = shift;
+                control->Raise("KeyUp", args);
+            });
+        return false;
+    }
+    act([&] {
+        Form& form = form_;
+        if (!control) {
+            // No control has the key: the form's own procedures take it.
+            int keyCode = code;
+            if (keyCode) form.Form_KeyDown(keyCode, shift);
+            if (ascii && form.IsLoaded()) {
+                int keyAscii = ascii;
+                form.Form_KeyPress(keyAscii);
+                swallow = keyAscii == 0;
+            }
+            return;
+        }
+        int keyCode = code;
+        if (keyCode && form.KeyPreview()) form.Form_KeyDown(keyCode, shift);
+        if (keyCode && form.IsLoaded()) {
+            EventArgs args;
+            args.KeyCode = keyCode;
+            args.Shift = shift;
+            control->Raise("KeyDown", args);
+        }
+        if (ascii && form.IsLoaded()) {
+            int keyAscii = ascii;
+            if (form.KeyPreview()) form.Form_KeyPress(keyAscii);
+            if (keyAscii != 0 && form.IsLoaded()) {
+                EventArgs args;
+                args.KeyAscii = keyAscii;
+                control->Raise("KeyPress", args);
+                keyAscii = args.KeyAscii;
+            }
+            swallow = keyAscii == 0;
+        }
+    });
+    return swallow || alive.expired();
+}
+
+bool FormWindow::mouseEvent(Control& control, QEvent* event) {
+    auto* mouse = static_cast<QMouseEvent*>(event);
+    EventArgs args;
+    args.Button = mouse->button() == Qt::LeftButton     ? 1
+                  : mouse->button() == Qt::RightButton  ? 2
+                  : mouse->button() == Qt::MiddleButton ? 4
+                                                        : 0;
+    const QPointF at = mouse->position();
+    args.X = static_cast<float>(twips(static_cast<int>(at.x())));
+    args.Y = static_cast<float>(twips(static_cast<int>(at.y())));
+    args.Shift = (mouse->modifiers() & Qt::ShiftModifier ? 1 : 0) |
+                 (mouse->modifiers() & Qt::ControlModifier ? 2 : 0) |
+                 (mouse->modifiers() & Qt::AltModifier ? 4 : 0);
+    Control* c = &control;
+    const ControlKind kind = control.Kind();
+    // Kinds whose click the widget itself does not report.
+    const bool plain = kind == ControlKind::Label || kind == ControlKind::Image ||
+                       kind == ControlKind::Frame || kind == ControlKind::TextBox;
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+            act([c, args]() mutable { c->Raise("MouseDown", args); });
+            break;
+        case QEvent::MouseButtonRelease: {
+            QWidget* w = widgetFor(control);
+            const bool inside =
+                w && w->rect().contains(w->mapFromGlobal(mouse->globalPosition().toPoint()));
+            act([c, args, plain, inside]() mutable {
+                c->Raise("MouseUp", args);
+                if (plain && inside && args.Button == 1 && c->Parent().IsLoaded())
+                    c->Raise("Click");
+            });
+            break;
+        }
+        case QEvent::MouseButtonDblClick:
+            act([c] { c->Raise("DblClick"); });
+            break;
+        default:
+            break;
+    }
+    return false;
+}
+
+}  // namespace desktop

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string_view>
+
+#include "forms/form.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QWidget>
+
+namespace desktop {
+
+class FormHost;
+class GridModel;
+
+// One form in a window of its own: a widget for each control, placed in twips (15 to the
+// pixel), kept in step with the model both ways. A write to the model shows at once; what
+// the user does becomes the same writes and events that the program's own code makes. It
+// knows controls only by their kind and properties, so any form shows without code of its
+// own.
+class FormWindow : public QObject {
+    Q_OBJECT
+  public:
+    FormWindow(Form& form, FormHost& host);
+    ~FormWindow() override;
+
+    Form& form() const { return form_; }
+    QWidget* window() const { return window_; }
+    // The widget that shows a control, or nullptr (menus, controls without one).
+    QWidget* widgetFor(const Control& control) const;
+    QAction* actionFor(const Control& control) const;
+
+    void showWindow(bool modal);
+    void hideWindow();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void build();
+    QWidget* ensureWidget(Control& control);
+    QWidget* makeWidget(Control& control, QWidget* parent);
+    void connectUser(Control& control, QWidget* widget);
+    void buildMenus();
+    void watch(QWidget* widget, Control* control);
+
+    void changed(Control* control, std::string_view property);
+    void apply(Control& control, std::string_view property, bool initial = false);
+    void applyAll(Control& control);
+    void applyMenu(Control& control, std::string_view property);
+    void applyForm(std::string_view property);
+    void placeWindow();
+    void sizeWindow();
+    void scheduleSync();
+    void syncGrids();
+
+    // A user's action on the model: guarded, and the screen follows afterwards.
+    void act(const std::function<void()>& action);
+    bool keyEvent(Control* control, QEvent* event);
+    bool mouseEvent(Control& control, QEvent* event);
+
+    Form& form_;
+    FormHost& host_;
+    QPointer<QWidget> window_;
+    QWidget* canvas_ = nullptr;
+    std::map<const Control*, QPointer<QWidget>> widgets_;
+    std::map<const QObject*, Control*> controlOf_;
+    std::map<const Control*, QPointer<QAction>> actions_;
+    std::map<const Control*, QPointer<QMenu>> menus_;
+    std::map<const Control*, GridModel*> grids_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    int applying_ = 0;
+    bool syncPending_ = false;
+    bool modal_ = false;
+    // The last key event handled: a key that a widget passes on to its parent is one event.
+    struct KeySeen {
+        int type = 0;
+        unsigned long long timestamp = 0;
+        int key = 0;
+    } lastKey_;
+};
+
+}  // namespace desktop
