@@ -24,6 +24,7 @@
 #include <QSlider>
 #include <QTableView>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <QWebEngineView>
 #include <QWindowStateChangeEvent>
 #include <cmath>
@@ -175,7 +176,9 @@ void FormWindow::build() {
         window_ = main;
     } else {
         auto* dialog = new FormDialog;
-        canvas_->setParent(dialog);
+        auto* layout = new QVBoxLayout(dialog);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(canvas_);
         window_ = dialog;
     }
     window_->setAttribute(Qt::WA_DeleteOnClose, false);

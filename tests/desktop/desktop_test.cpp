@@ -80,6 +80,7 @@ class DesktopTest : public ::testing::Test {
             QWidget* ok = tip ? widget(*tip, "cmdOK") : nullptr;
             if (ok && ok->isVisible()) {
                 tipSeen_ = true;
+                tipOkShows_ = !ok->visibleRegion().isEmpty();
                 QTest::mouseClick(ok, Qt::LeftButton);
             }
         });
@@ -135,7 +136,7 @@ class DesktopTest : public ::testing::Test {
     QTemporaryDir folder_, settings_;
     std::unique_ptr<DesktopProgram> program_;
     std::unique_ptr<QTimer> tipCloser_;
-    bool started_ = false, ended_ = false, tipSeen_ = false;
+    bool started_ = false, ended_ = false, tipSeen_ = false, tipOkShows_ = false;
 };
 
 TEST_F(DesktopTest, StartsOnTheSampleCatalogueWithTheFirstRecordInThePane) {
@@ -163,6 +164,7 @@ TEST_F(DesktopTest, StartsOnTheSampleCatalogueWithTheFirstRecordInThePane) {
 TEST_F(DesktopTest, TheTipOfTheDayShowsAtStartAndClosesWithOk) {
     start();
     EXPECT_TRUE(tipSeen_);
+    EXPECT_TRUE(tipOkShows_);
     EXPECT_EQ(program_->runtime().Loaded("frmTip"), nullptr);
     EXPECT_TRUE(window(form()).window()->isVisible());
 }
