@@ -20,6 +20,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRubberBand>
 #include <QScreen>
 #include <QSlider>
 #include <QTableView>
@@ -766,6 +767,8 @@ void FormWindow::hideWindow() {
 }
 
 bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
+    // While the window goes (the form may be gone already), its focus leaving is no event.
+    if (!*alive_) return false;
     if (watched == window_) {
         switch (event->type()) {
             case QEvent::Close:
@@ -801,6 +804,12 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
     }
     auto it = controlOf_.find(watched);
     Control* control = it == controlOf_.end() ? nullptr : it->second;
+    if (drag_.source) {
+        if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonRelease)
+            return dragEvent(event);
+        // A drag whose release never came ends with the next press.
+        if (event->type() == QEvent::MouseButtonPress) endDrag();
+    }
     switch (event->type()) {
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
@@ -883,6 +892,20 @@ bool FormWindow::keyEvent(Control* control, QEvent* event) {
 
 bool FormWindow::mouseEvent(Control& control, QEvent* event) {
     auto* mouse = static_cast<QMouseEvent*>(event);
+    const MouseSeen seen{static_cast<int>(event->type()), mouse->timestamp(),
+                         static_cast<int>(mouse->button()), mouse->globalPosition()};
+    if (seen.type == lastMouse_.type && seen.timestamp == lastMouse_.timestamp &&
+        seen.button == lastMouse_.button && seen.at == lastMouse_.at)
+        return false;
+    lastMouse_ = seen;
+    if (event->type() == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton &&
+        num(control, "DragMode") == 1) {
+        // Automatic dragging: the press starts a drag and the control sees no click.
+        drag_.source = &control;
+        drag_.start = mouse->globalPosition().toPoint();
+        drag_.moving = false;
+        return true;
+    }
     EventArgs args;
     args.Button = mouse->button() == Qt::LeftButton     ? 1
                   : mouse->button() == Qt::RightButton  ? 2
@@ -921,6 +944,65 @@ bool FormWindow::mouseEvent(Control& control, QEvent* event) {
             break;
     }
     return false;
+}
+
+bool FormWindow::dragEvent(QEvent* event) {
+    auto* mouse = static_cast<QMouseEvent*>(event);
+    const QPoint at = mouse->globalPosition().toPoint();
+    QWidget* source = widgetFor(*drag_.source);
+    if (!source) {
+        endDrag();
+        return false;
+    }
+    if (event->type() == QEvent::MouseMove) {
+        if (!drag_.moving &&
+            (at - drag_.start).manhattanLength() < QApplication::startDragDistance())
+            return true;
+        drag_.moving = true;
+        if (!drag_.outline) {
+            auto* outline = new QRubberBand(QRubberBand::Rectangle, canvas_);
+            outline->setAttribute(Qt::WA_TransparentForMouseEvents);
+            drag_.outline = outline;
+        }
+        // The outline of the control follows the mouse, as the classic toolkit draws it.
+        const QPoint topLeft = canvas_->mapFromGlobal(source->mapToGlobal(QPoint(0, 0)));
+        drag_.outline->setGeometry(QRect(topLeft + (at - drag_.start), source->size()));
+        drag_.outline->show();
+        drag_.outline->raise();
+        return true;
+    }
+    if (mouse->button() != Qt::LeftButton) return true;
+    Control* dragged = drag_.source;
+    const bool moved = drag_.moving;
+    endDrag();
+    // A press and release without moving is no drop.
+    if (!moved) return true;
+    QPoint local;
+    Control* target = controlAt(at, local);
+    if (!target) return true;
+    EventArgs args;
+    args.Source = dragged;
+    args.X = static_cast<float>(twips(local.x()));
+    args.Y = static_cast<float>(twips(local.y()));
+    act([target, args]() mutable { target->Raise("DragDrop", args); });
+    return true;
+}
+
+void FormWindow::endDrag() {
+    drag_.source = nullptr;
+    drag_.moving = false;
+    delete drag_.outline.data();
+}
+
+Control* FormWindow::controlAt(const QPoint& global, QPoint& local) const {
+    for (QWidget* w = canvas_->childAt(canvas_->mapFromGlobal(global)); w && w != canvas_;
+         w = w->parentWidget()) {
+        auto it = controlOf_.find(w);
+        if (it == controlOf_.end()) continue;
+        if (QWidget* shown = widgetFor(*it->second)) local = shown->mapFromGlobal(global);
+        return it->second;
+    }
+    return nullptr;
 }
 
 }  // namespace desktop

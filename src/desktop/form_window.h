@@ -63,6 +63,12 @@ class FormWindow : public QObject {
     void act(const std::function<void()>& action);
     bool keyEvent(Control* control, QEvent* event);
     bool mouseEvent(Control& control, QEvent* event);
+    // Dragging a control whose DragMode is automatic: the press starts it, the outline
+    // follows the mouse, the release drops it on the control under the mouse.
+    bool dragEvent(QEvent* event);
+    void endDrag();
+    // The control whose widget stands at a point of the screen, and the point in it.
+    Control* controlAt(const QPoint& global, QPoint& local) const;
 
     Form& form_;
     FormHost& host_;
@@ -83,6 +89,19 @@ class FormWindow : public QObject {
         unsigned long long timestamp = 0;
         int key = 0;
     } lastKey_;
+    // The last mouse event handled: a click that a widget passes on to its parent is one.
+    struct MouseSeen {
+        int type = 0;
+        unsigned long long timestamp = 0;
+        int button = 0;
+        QPointF at;
+    } lastMouse_;
+    struct Drag {
+        Control* source = nullptr;
+        QPoint start;  // where the press was, on the screen
+        bool moving = false;
+        QPointer<QWidget> outline;
+    } drag_;
 };
 
 }  // namespace desktop

@@ -61,6 +61,8 @@ Control::Control(Form& form, std::string name, ControlKind kind, int index)
     props_["ForeColor"] = Variant::Long(0);
     props_["ZOrder"] = Variant(0);
     props_["Container"] = Variant("");
+    // 0 manual, 1 automatic: a press of the left button starts dragging the control.
+    if (kind != ControlKind::Menu) props_["DragMode"] = Variant::Integer(0);
     if (hasCaption(kind)) props_["Caption"] = Variant("");
     if (hasText(kind)) props_["Text"] = Variant("");
     if (kind == ControlKind::TextBox) {

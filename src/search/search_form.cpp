@@ -129,33 +129,34 @@ Search::~Search() = default;
 
 void Search::createControls() {
     // The fields on the left, the operators and the joiners in the middle, the sort on the
-    // right; the value, the preview and the three commands below.
-    const double rowStep = 250, columnStep = 1740;
-    add(*this, "Frame1", ControlKind::Frame, -1, {120, 120, 3720, 4140}, "WhereTo Search");
-    add(*this, "Frame2", ControlKind::Frame, -1, {3960, 120, 2280, 2700}, "Search Operators");
-    add(*this, "Frame3", ControlKind::Frame, -1, {6360, 120, 3720, 4140}, "Sort Them By");
+    // right; the value, the preview and the three commands below. Each group of options
+    // stands in its frame, places within the frame.
+    const double rowStep = 270, firstRow = 270, columnStep = 1740;
+    add(*this, "Frame1", ControlKind::Frame, -1, {120, 120, 3720, 4440}, "WhereTo Search");
+    add(*this, "Frame2", ControlKind::Frame, -1, {3960, 120, 2280, 2790}, "Search Operators");
+    add(*this, "Frame3", ControlKind::Frame, -1, {6360, 120, 3720, 4440}, "Sort Them By");
     for (int i = 1; i <= FieldCount; ++i) {
         const double column = (i - 1) / 15, row = (i - 1) % 15;
-        add(*this, "optsrch", ControlKind::OptionButton, i,
-            {240 + column * columnStep, 360 + row * rowStep, 1700, 240});
-        add(*this, "optSort", ControlKind::OptionButton, i,
-            {6480 + column * columnStep, 360 + row * rowStep, 1700, 240});
+        const Box place{120 + column * columnStep, firstRow + row * rowStep, 1700, 255};
+        add(*this, "optsrch", ControlKind::OptionButton, i, place).SetContainer("Frame1");
+        add(*this, "optSort", ControlKind::OptionButton, i, place).SetContainer("Frame3");
     }
     for (int i = 0; i < static_cast<int>(Operators.size()); ++i)
         add(*this, "optOperator", ControlKind::OptionButton, i,
-            {4080, 360 + i * rowStep, 2040, 240}, Operators[i].caption);
-    add(*this, "Check1", ControlKind::CheckBox, -1, {3960, 2940, 2280, 255}, "Whole Words ONLY");
-    add(*this, "chkReverse", ControlKind::CheckBox, -1, {3960, 3240, 2280, 255}, "Reverse Order");
+            {120, firstRow + i * rowStep, 2040, 255}, Operators[i].caption)
+            .SetContainer("Frame2");
+    add(*this, "Check1", ControlKind::CheckBox, -1, {4080, 3030, 2160, 255}, "Whole Words ONLY");
+    add(*this, "chkReverse", ControlKind::CheckBox, -1, {4080, 3360, 2160, 255}, "Reverse Order");
     const char* const joiners[] = {"And", "Or", "Then By"};
     for (int i = 0; i < 3; ++i)
-        add(*this, "cmdAndOr", ControlKind::CommandButton, i, {3960 + i * 770.0, 3600, 740, 375},
+        add(*this, "cmdAndOr", ControlKind::CommandButton, i, {3960 + i * 770.0, 3780, 740, 375},
             joiners[i]);
-    add(*this, "txtSearch", ControlKind::TextBox, -1, {120, 4380, 9960, 315});
-    add(*this, "Text1", ControlKind::TextBox, -1, {120, 4800, 9960, 855});
-    add(*this, "cmdSrch", ControlKind::CommandButton, -1, {6000, 5790, 1320, 375}, "Search");
-    add(*this, "cmdStartOver", ControlKind::CommandButton, -1, {7380, 5790, 1320, 375},
+    add(*this, "txtSearch", ControlKind::TextBox, -1, {120, 4680, 9960, 315});
+    add(*this, "Text1", ControlKind::TextBox, -1, {120, 5070, 9960, 660});
+    add(*this, "cmdSrch", ControlKind::CommandButton, -1, {6000, 5820, 1320, 360}, "Search");
+    add(*this, "cmdStartOver", ControlKind::CommandButton, -1, {7380, 5820, 1320, 360},
         "Start Over");
-    add(*this, "cmdCancel", ControlKind::CommandButton, -1, {8760, 5790, 1320, 375}, "Cancel");
+    add(*this, "cmdCancel", ControlKind::CommandButton, -1, {8760, 5820, 1320, 360}, "Cancel");
     add(*this, "Data1", ControlKind::DataControl, -1, {120, 5790, 1200, 300}, "Data1")
         .SetVisible(false);
     Data1 = CreateDataControl();

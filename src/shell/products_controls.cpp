@@ -110,8 +110,8 @@ Products::~Products() = default;
 
 void Products::createPanels() {
     // The form opens in view mode: the command panel is hidden and the pane fills the form.
-    add(*this, "Frame5", ControlKind::Frame, -1, {0, 0, 4700, 5700}).SetVisible(false);
-    add(*this, "Frame4", ControlKind::Frame, -1, {4700, 0, 4600, 1700});
+    add(*this, "Frame5", ControlKind::Frame, -1, {0, 0, 5300, 5700}).SetVisible(false);
+    add(*this, "Frame4", ControlKind::Frame, -1, {5300, 0, 4030, 1700});
     add(*this, "Wb1", ControlKind::Browser, -1, {50, 0, 9280, 5700});
     add(*this, "Frame9", ControlKind::Frame, -1, {0, 0, 3000, 5700}, "Web Pages").SetVisible(false);
     inside(add(*this, "File1", ControlKind::FileList, -1, {100, 300, 2800, 5200}), "Frame9");
@@ -130,9 +130,9 @@ void Products::createRecordControls() {
     for (std::size_t i = 0; i < mainFields.size(); ++i) {
         const Field& fd = mainFields[i];
         bool second = fd.n == 18 || fd.n == 17;
-        Box label = second ? Box{2600, top, 750, 255} : Box{labelLeft, top, 850, 255};
-        Box box = second ? Box{3400, top, 1100, 285}
-                         : Box{boxLeft, top, fd.n == 27 || fd.n == 1 ? 1500.0 : 3500.0, 285};
+        Box label = second ? Box{2380, top, 810, 255} : Box{labelLeft, top, 850, 255};
+        Box box = second ? Box{3230, top, 700, 285}
+                         : Box{boxLeft, top, fd.n == 27 || fd.n == 1 ? 1300.0 : 2930.0, 285};
         addField(*this, fd, label, box, "Frame4");
         if (!(i + 1 < mainFields.size() &&
               (mainFields[i + 1].n == 18 || mainFields[i + 1].n == 17)))
@@ -141,15 +141,23 @@ void Products::createRecordControls() {
     inside(add(*this, "cmdSup", ControlKind::CommandButton, 0, {labelLeft, top - 320, 850, 285},
                "  Supplier:"),
            "Frame4");
+    // Each column of the panel's fields is as wide as its longest label.
+    struct Column {
+        double label, labelWidth, box, boxWidth;
+    };
+    constexpr std::array<Column, 3> columns{
+        {{100, 870, 990, 600}, {1680, 840, 2540, 600}, {3230, 1245, 4490, 720}}};
     for (std::size_t i = 0; i < panelFields.size(); ++i) {
-        double left = 100 + static_cast<double>(i / 7) * 1530;
+        const Column& col = columns[i / 7];
         double rowTop = 1530 + static_cast<double>(i % 7) * 265;
-        addField(*this, panelFields[i], {left, rowTop, 780, 255}, {left + 800, rowTop, 700, 255},
-                 "Frame5");
+        addField(*this, panelFields[i], {col.label, rowTop, col.labelWidth, 255},
+                 {col.box, rowTop, col.boxWidth, 255}, "Frame5");
     }
-    inside(add(*this, "Label3", ControlKind::Label, 29, {120, 3390, 1000, 200}, "Notes:"), "Frame5")
+    // The notes box stands right of its label; where it starts also sets how wide the pane
+    // beside the panel is in edit mode.
+    inside(add(*this, "Label3", ControlKind::Label, 29, {120, 3600, 900, 255}, "Notes:"), "Frame5")
         .SetProperty("Tag", Variant("Notes:"));
-    inside(add(*this, "txtFields", ControlKind::TextBox, 12, {120, 3600, 4460, 2100}), "Frame5")
+    inside(add(*this, "txtFields", ControlKind::TextBox, 12, {1070, 3600, 4130, 2000}), "Frame5")
         .SetProperty("Tag", Variant("true"));
     add(*this, "txtFields", ControlKind::TextBox, 19, {50, 5460, 9200, 285})
         .SetProperty("Tag", Variant("true"));
@@ -160,7 +168,7 @@ void Products::createCommandPanel() {
     auto button = [&](const std::string& name, int column, int row,
                       const std::string& caption) -> Control& {
         return inside(add(*this, name, ControlKind::CommandButton, -1,
-                          {100 + column * 1130.0, 120 + row * 320.0, 1100, 300}, caption),
+                          {100 + column * 1290.0, 120 + row * 320.0, 1275, 300}, caption),
                       "Frame5");
     };
     button("cmdAdd", 0, 0, "&Add 1 New");
@@ -177,7 +185,7 @@ void Products::createCommandPanel() {
     button("Command16", 1, 2, "Show Help");
     button("Command2", 2, 2, "Order Done").SetVisible(false);
     button("Command3", 3, 2, "Export DB");
-    inside(add(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2230, 300}), "Frame5");
+    inside(add(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2565, 300}), "Frame5");
     button("cmdSearch", 2, 3, "Search");
 }
 
