@@ -1,142 +1,24 @@
 // The desktop program in real windows: it starts on the sample catalogue, shows the first
 // record in the pane, follows the Next button, hands a link of a written page to the
 // router, closes the tip, and keeps the window where the settings put it.
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QMainWindow>
-#include <QMenuBar>
-#include <QPushButton>
 #include <QScreen>
-#include <QSettings>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QWebEngineView>
-#include <filesystem>
-#include <memory>
+#include <algorithm>
+#include <string>
+#include <vector>
 
-#include "base/convert.h"
-#include "desktop/desktop_program.h"
-#include "desktop/form_host.h"
-#include "desktop/form_window.h"
-#include "desktop/guard.h"
-#include "desktop/qt_ui.h"
-#include "desktop/web_pane.h"
+#include "desktop_fixture.h"
 #include "shell/module.h"
-#include "shell/products.h"
-
-namespace fs = std::filesystem;
-using desktop::DesktopProgram;
-using desktop::FormWindow;
-using desktop::WebPane;
 
 namespace {
 
-const std::string Title = "Catalogue Desktop Test";
-constexpr int Patience = 20000;  // milliseconds a page may take to show
-
-class DesktopTest : public ::testing::Test {
+class DesktopTest : public DesktopFixture {
   protected:
-    DesktopTest() {
-        // The shipped program folder with the sample catalogue, copied: not the programs.
-        for (const auto& entry : fs::directory_iterator(PROGRAM_FILES_DIR)) {
-            const std::string name = entry.path().filename().string();
-            if (name.rfind("catalogue", 0) == 0) continue;
-            fs::copy(entry.path(), fs::path(appDir()) / name, fs::copy_options::recursive);
-        }
-    }
-
-    ~DesktopTest() override {
-        if (tipCloser_) tipCloser_->stop();
-        program_.reset();
-        desktop::setEndedHandler(nullptr);
-    }
-
-    std::string appDir() const { return folder_.path().toStdString() + "/"; }
-
-    void setting(const QString& section, const QString& key, const QString& value) {
-        QSettings s(QDir(settings_.path()).filePath(QString::fromStdString(Title) + ".ini"),
-                    QSettings::IniFormat);
-        s.setValue(section + "/" + key, value);
-    }
-    QString saved(const QString& section, const QString& key) {
-        QSettings s(QDir(settings_.path()).filePath(QString::fromStdString(Title) + ".ini"),
-                    QSettings::IniFormat);
-        return s.value(section + "/" + key, "<none>").toString();
-    }
-
-    // Sub Main, with a user who presses OK on the tip of the day once it shows.
-    void start() {
-        program_ = std::make_unique<DesktopProgram>(appDir(), Title, settings_.path());
-        desktop::setEndedHandler([this] { ended_ = true; });
-        tipCloser_ = std::make_unique<QTimer>();
-        QObject::connect(tipCloser_.get(), &QTimer::timeout, [this] {
-            Form* tip = program_->runtime().Loaded("frmTip");
-            QWidget* ok = tip ? widget(*tip, "cmdOK") : nullptr;
-            if (ok && ok->isVisible()) {
-                tipSeen_ = true;
-                tipOkShows_ = !ok->visibleRegion().isEmpty();
-                QTest::mouseClick(ok, Qt::LeftButton);
-            }
-        });
-        tipCloser_->start(100);
-        started_ = program_->start();
-        tipCloser_->stop();
-    }
-
-    Products& form() { return *Mod().MainForm; }
-    FormWindow& window(const Form& f) {
-        FormWindow* w = program_->ui().host().windowOf(f);
-        if (!w) throw std::runtime_error("no window for " + f.Name());
-        return *w;
-    }
-    QWidget* widget(const Form& f, const std::string& name, int index = -1) {
-        FormWindow* w = program_->ui().host().windowOf(f);
-        Control* c = f.Find(name, index);
-        return w && c ? w->widgetFor(*c) : nullptr;
-    }
-    WebPane& pane() { return program_->ui().webPane(form(), "Wb1"); }
-
-    std::string stockNo() { return textOf(form().adoPrimaryRS->Fields("StockNo").Value()); }
-
-    // The page the pane shows now, once it has finished loading.
-    QString shownHtml() {
-        QString html;
-        bool done = false;
-        pane().page()->toHtml([&](const QString& text) {
-            html = text;
-            done = true;
-        });
-        return QTest::qWaitFor([&] { return done; }, Patience) ? html : QString();
-    }
-    QVariant script(const QString& code) {
-        QVariant result;
-        bool done = false;
-        pane().page()->runJavaScript(code, [&](const QVariant& v) {
-            result = v;
-            done = true;
-        });
-        return QTest::qWaitFor([&] { return done; }, Patience) ? result : QVariant();
-    }
-    // Waits until the pane shows a page holding the text.
-    bool paneShows(const QString& text) {
-        return QTest::qWaitFor(
-            [&] {
-                if (!QTest::qWaitFor([&] { return !pane().busy(); }, Patience)) return false;
-                return shownHtml().contains(text);
-            },
-            Patience);
-    }
-
-    QTemporaryDir folder_, settings_;
-    std::unique_ptr<DesktopProgram> program_;
-    std::unique_ptr<QTimer> tipCloser_;
-    bool started_ = false, ended_ = false, tipSeen_ = false, tipOkShows_ = false;
+    DesktopTest() : DesktopFixture("Catalogue Desktop Test") {}
 };
 
 TEST_F(DesktopTest, StartsOnTheSampleCatalogueWithTheFirstRecordInThePane) {
@@ -217,17 +99,11 @@ TEST_F(DesktopTest, AWordInAnyCaseArrivesAsWritten) {
     pane().Write("<a id=go href='Folder'>Add a folder</a>");
     ASSERT_TRUE(paneShows("Add a folder"));
     // A real click of the mouse on the link.
-    const QRect link = [&] {
-        QVariantList r = script(
-                             "(() => { const b = document.getElementById('go')"
-                             ".getBoundingClientRect(); return [b.x, b.y, b.width, b.height]; })()")
-                             .toList();
-        return QRect(r.value(0).toInt(), r.value(1).toInt(), r.value(2).toInt(),
-                     r.value(3).toInt());
-    }();
+    const QRect link = pageBox(
+        "(() => { const b = document.getElementById('go')"
+        ".getBoundingClientRect(); return [b.x, b.y, b.width, b.height]; })()");
     ASSERT_FALSE(link.isEmpty());
-    QWidget* surface = pane().view()->focusProxy() ? pane().view()->focusProxy() : pane().view();
-    QTest::mouseClick(surface, Qt::LeftButton, {}, link.center());
+    clickInPane(link.center());
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return std::find(seen.begin(), seen.end(), "about:blankFolder") != seen.end(); },
         Patience));
@@ -303,16 +179,3 @@ TEST_F(DesktopTest, AScreenshotOfTheMainWindow) {
 }
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    // Build machines seldom offer the user namespaces the renderer's sandbox needs.
-    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DISABLE_SANDBOX"))
-        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    desktop::prepareProcess();
-    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
-        qputenv("QT_LOGGING_RULES", "qt.webenginecontext.debug=false");
-    QApplication app(argc, argv);
-    desktop::styleApplication(app);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

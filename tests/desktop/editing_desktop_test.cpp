@@ -2,57 +2,31 @@
 // boxes, cancels an addition, deletes the current product, follows a link of a page the
 // program writes, enlarges the item's picture and comes back; and what dragging with the
 // mouse does on a form whose labels can be dragged.
-#include <gtest/gtest.h>
-
+#include <QAbstractButton>
 #include <QApplication>
-#include <QDir>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QRegularExpression>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <QWebEngineView>
-#include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
-#include "base/convert.h"
-#include "desktop/desktop_program.h"
 #include "desktop/form_host.h"
-#include "desktop/form_window.h"
-#include "desktop/guard.h"
 #include "desktop/qt_ui.h"
-#include "desktop/web_pane.h"
-#include "shell/module.h"
-#include "shell/products.h"
-
-namespace fs = std::filesystem;
-using desktop::DesktopProgram;
-using desktop::FormWindow;
-using desktop::WebPane;
+#include "desktop_fixture.h"
 
 namespace {
 
 const std::string Title = "Catalogue Editing Desktop Test";
-constexpr int Patience = 20000;  // milliseconds a page may take to show
 
-class EditingDesktopTest : public ::testing::Test {
+class EditingDesktopTest : public DesktopFixture {
   protected:
-    EditingDesktopTest() {
-        // The shipped program folder with the sample catalogue, copied: not the programs.
-        for (const auto& entry : fs::directory_iterator(PROGRAM_FILES_DIR)) {
-            const std::string name = entry.path().filename().string();
-            if (name.rfind("catalogue", 0) == 0) continue;
-            fs::copy(entry.path(), fs::path(appDir()) / name, fs::copy_options::recursive);
-        }
+    EditingDesktopTest() : DesktopFixture(Title, Folder::ProgramCopy, Tip::Left) {
         // No tip of the day: every start here is a plain start.
-        QSettings s(QDir(settings_.path()).filePath(QString::fromStdString(Title) + ".ini"),
-                    QSettings::IniFormat);
-        s.setValue("Options/Show Tips at Startup", "0");
+        setting("Options", "Show Tips at Startup", "0");
         // A message box that no test expects is noted and closed, so that a test fails
         // instead of waiting for ever.
         QObject::connect(&dialogWatch_, &QTimer::timeout, [this] {
@@ -66,20 +40,7 @@ class EditingDesktopTest : public ::testing::Test {
         dialogWatch_.start(200);
     }
 
-    ~EditingDesktopTest() override {
-        dialogWatch_.stop();
-        program_.reset();
-        desktop::setEndedHandler(nullptr);
-    }
-
-    std::string appDir() const { return folder_.path().toStdString() + "/"; }
-
-    void start() {
-        program_ = std::make_unique<DesktopProgram>(appDir(), Title, settings_.path());
-        ended_ = false;
-        desktop::setEndedHandler([this] { ended_ = true; });
-        started_ = program_->start();
-    }
+    ~EditingDesktopTest() override { dialogWatch_.stop(); }
 
     // The user leaves by File, Exit and starts the program again on the same folder.
     void restart() {
@@ -92,17 +53,8 @@ class EditingDesktopTest : public ::testing::Test {
         ASSERT_TRUE(started_);
     }
 
-    Products& form() { return *Mod().MainForm; }
-    FormWindow& window(const Form& f) {
-        FormWindow* w = program_->ui().host().windowOf(f);
-        if (!w) throw std::runtime_error("no window for " + f.Name());
-        return *w;
-    }
-    QWidget* widget(const std::string& name, int index = -1) {
-        FormWindow* w = program_->ui().host().windowOf(form());
-        Control* c = form().Find(name, index);
-        return w && c ? w->widgetFor(*c) : nullptr;
-    }
+    using DesktopFixture::widget;
+    QWidget* widget(const std::string& name, int index = -1) { return widget(form(), name, index); }
     static bool reachable(const QWidget* w) { return w && w->isVisible() && w->isEnabled(); }
 
     // A click of the mouse on a control; false when the user cannot see or reach it.
@@ -131,10 +83,6 @@ class EditingDesktopTest : public ::testing::Test {
         return true;
     }
 
-    QString status() {
-        auto* label = qobject_cast<QLabel*>(widget("lblStatus"));
-        return label ? label->text() : QString();
-    }
     // N of the status line "Record: k  of  N"; -1 when it shows no count.
     int count() {
         const auto match = QRegularExpression("of +(\\d+)").match(status());
@@ -150,53 +98,18 @@ class EditingDesktopTest : public ::testing::Test {
         return typeInto("txtSrch", -1, stockNo) && click("cmdSearch");
     }
 
-    WebPane& pane() { return program_->ui().webPane(form(), "Wb1"); }
-    QString shownHtml() {
-        QString html;
-        bool done = false;
-        pane().page()->toHtml([&](const QString& text) {
-            html = text;
-            done = true;
-        });
-        return QTest::qWaitFor([&] { return done; }, Patience) ? html : QString();
-    }
-    QVariant script(const QString& code) {
-        QVariant result;
-        bool done = false;
-        pane().page()->runJavaScript(code, [&](const QVariant& v) {
-            result = v;
-            done = true;
-        });
-        return QTest::qWaitFor([&] { return done; }, Patience) ? result : QVariant();
-    }
-    bool paneShows(const QString& text) {
-        return QTest::qWaitFor(
-            [&] {
-                if (!QTest::qWaitFor([&] { return !pane().busy(); }, Patience)) return false;
-                return shownHtml().contains(text);
-            },
-            Patience);
-    }
     // A real click of the mouse on the element of the page that the selector names.
     bool clickInPage(const QString& selector) {
-        const QVariantList r = script("(() => { const e = document.querySelector(\"" + selector +
-                                      "\"); if (!e) return []; const b = e.getBoundingClientRect();"
-                                      " return [b.x, b.y, b.width, b.height]; })()")
-                                   .toList();
-        const QRect box(r.value(0).toInt(), r.value(1).toInt(), r.value(2).toInt(),
-                        r.value(3).toInt());
+        const QRect box = pageBox("(() => { const e = document.querySelector(\"" + selector +
+                                  "\"); if (!e) return []; const b = e.getBoundingClientRect();"
+                                  " return [b.x, b.y, b.width, b.height]; })()");
         if (box.isEmpty()) return false;
-        QWidget* surface =
-            pane().view()->focusProxy() ? pane().view()->focusProxy() : pane().view();
-        QTest::mouseClick(surface, Qt::LeftButton, {}, box.center());
+        clickInPane(box.center());
         return true;
     }
 
-    QTemporaryDir folder_, settings_;
-    std::unique_ptr<DesktopProgram> program_;
     QTimer dialogWatch_;
     QStringList dialogs_;
-    bool started_ = false, ended_ = false;
 };
 
 TEST_F(EditingDesktopTest, AProductAddedByTypingIsThereAfterARestart) {
@@ -359,11 +272,10 @@ class BoardForm : public Form {
     }
 };
 
-class DragDesktopTest : public ::testing::Test {
+class DragDesktopTest : public DesktopFixture {
   protected:
-    DragDesktopTest() {
-        program_ = std::make_unique<DesktopProgram>(folder_.path().toStdString() + "/", Title,
-                                                    settings_.path());
+    DragDesktopTest() : DesktopFixture(Title, Folder::Empty) {
+        program_ = std::make_unique<desktop::DesktopProgram>(appDir(), Title, settings_.path());
         Runtime& rt = program_->runtime();
         rt.Register("frmBoard", [] { return std::make_unique<BoardForm>(); });
         board_ = static_cast<BoardForm*>(&rt.Get("frmBoard"));
@@ -371,12 +283,8 @@ class DragDesktopTest : public ::testing::Test {
         QWidget* w = program_->ui().host().windowOf(*board_)->window();
         (void)QTest::qWaitForWindowExposed(w);
     }
-    ~DragDesktopTest() override { program_.reset(); }
-
     QWidget* widget(const std::string& name, int index = -1) {
-        FormWindow* w = program_->ui().host().windowOf(*board_);
-        Control* c = board_->Find(name, index);
-        return w && c ? w->widgetFor(*c) : nullptr;
+        return DesktopFixture::widget(*board_, name, index);
     }
 
     // The user presses the left button on a widget, moves the mouse in a few steps to a
@@ -391,8 +299,6 @@ class DragDesktopTest : public ::testing::Test {
         QTest::mouseRelease(from, Qt::LeftButton, {}, end);
     }
 
-    QTemporaryDir folder_, settings_;
-    std::unique_ptr<DesktopProgram> program_;
     BoardForm* board_ = nullptr;
 };
 
@@ -441,16 +347,3 @@ TEST_F(DragDesktopTest, TheRightButtonReleasedOverABoxRaisesItsMouseUpOnce) {
 }
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    // Build machines seldom offer the user namespaces the renderer's sandbox needs.
-    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DISABLE_SANDBOX"))
-        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    desktop::prepareProcess();
-    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
-        qputenv("QT_LOGGING_RULES", "qt.webenginecontext.debug=false");
-    QApplication app(argc, argv);
-    desktop::styleApplication(app);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

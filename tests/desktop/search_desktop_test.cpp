@@ -3,10 +3,7 @@
 // column, a typed value and Search filter the product list once the pane's CONTINUE link is
 // clicked; Cancel lifts the search. Every caption of the search form and of the main form's
 // panels reads whole, and no control hides another.
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
-#include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -17,33 +14,19 @@
 #include <QScreen>
 #include <QStyle>
 #include <QStyleOptionButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QWebEngineView>
-#include <filesystem>
 #include <functional>
-#include <memory>
+#include <string>
 
 #include "base/convert.h"
-#include "desktop/desktop_program.h"
 #include "desktop/form_host.h"
-#include "desktop/form_window.h"
-#include "desktop/guard.h"
 #include "desktop/qt_ui.h"
-#include "desktop/web_pane.h"
+#include "desktop_fixture.h"
 #include "shell/module.h"
-#include "shell/products.h"
-
-namespace fs = std::filesystem;
-using desktop::DesktopProgram;
-using desktop::FormWindow;
-using desktop::WebPane;
 
 namespace {
-
-const std::string Title = "Catalogue Search Desktop Test";
-constexpr int Patience = 20000;  // milliseconds a page or a window may take to show
 
 // Column numbers of Products in its stored order, as the search form numbers its options.
 constexpr int StockNoField = 2, ProdDescField = 4;
@@ -126,38 +109,14 @@ QStringList layoutFaults(QWidget* root) {
     return faults;
 }
 
-class SearchDesktopTest : public ::testing::Test {
+class SearchDesktopTest : public DesktopFixture {
   protected:
-    SearchDesktopTest() {
-        // The shipped program folder with the sample catalogue, copied: not the programs.
-        for (const auto& entry : fs::directory_iterator(PROGRAM_FILES_DIR)) {
-            const std::string name = entry.path().filename().string();
-            if (name.rfind("catalogue", 0) == 0) continue;
-            fs::copy(entry.path(), fs::path(appDir()) / name, fs::copy_options::recursive);
-        }
-    }
-
-    ~SearchDesktopTest() override {
-        if (tipCloser_) tipCloser_->stop();
-        program_.reset();
-        desktop::setEndedHandler(nullptr);
-    }
-
-    std::string appDir() const { return folder_.path().toStdString() + "/"; }
+    SearchDesktopTest() : DesktopFixture("Catalogue Search Desktop Test") {}
 
     // Sub Main, with a user who presses OK on the tip of the day once it shows.
     void start() {
-        program_ = std::make_unique<DesktopProgram>(appDir(), Title, settings_.path());
-        desktop::setEndedHandler([] {});
-        tipCloser_ = std::make_unique<QTimer>();
-        QObject::connect(tipCloser_.get(), &QTimer::timeout, [this] {
-            Form* tip = program_->runtime().Loaded("frmTip");
-            QWidget* ok = tip ? widget(*tip, "cmdOK") : nullptr;
-            if (ok && ok->isVisible()) QTest::mouseClick(ok, Qt::LeftButton);
-        });
-        tipCloser_->start(100);
-        ASSERT_TRUE(program_->start());
-        tipCloser_->stop();
+        DesktopFixture::start();
+        ASSERT_TRUE(started_);
         ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
         // The search buttons stand in the command panel, which Edit Mode opens.
         ASSERT_TRUE(click(widget(form(), "cmdShowPic")));
@@ -165,26 +124,14 @@ class SearchDesktopTest : public ::testing::Test {
         ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
     }
 
-    Products& form() { return *Mod().MainForm; }
     Form* searchForm() { return program_->runtime().Loaded("Search"); }
     QWidget* window(const Form& f) {
-        FormWindow* w = program_->ui().host().windowOf(f);
+        desktop::FormWindow* w = program_->ui().host().windowOf(f);
         return w ? w->window() : nullptr;
-    }
-    QWidget* widget(const Form& f, const std::string& name, int index = -1) {
-        FormWindow* w = program_->ui().host().windowOf(f);
-        Control* c = f.Find(name, index);
-        return w && c ? w->widgetFor(*c) : nullptr;
     }
     QWidget* onSearch(const std::string& name, int index = -1) {
         Form* s = searchForm();
         return s ? widget(*s, name, index) : nullptr;
-    }
-    WebPane& pane() { return program_->ui().webPane(form(), "Wb1"); }
-    std::string stockNo() { return textOf(form().adoPrimaryRS->Fields("StockNo").Value()); }
-    QString status() {
-        auto* label = qobject_cast<QLabel*>(widget(form(), "lblStatus"));
-        return label ? label->text() : QString();
     }
 
     // A click of the mouse where a user aims: on the caption of an option or a check box,
@@ -216,47 +163,16 @@ class SearchDesktopTest : public ::testing::Test {
         return true;
     }
 
-    QString shownHtml() {
-        QString html;
-        bool done = false;
-        pane().page()->toHtml([&](const QString& text) {
-            html = text;
-            done = true;
-        });
-        return QTest::qWaitFor([&] { return done; }, Patience) ? html : QString();
-    }
-    QVariant script(const QString& code) {
-        QVariant result;
-        bool done = false;
-        pane().page()->runJavaScript(code, [&](const QVariant& v) {
-            result = v;
-            done = true;
-        });
-        return QTest::qWaitFor([&] { return done; }, Patience) ? result : QVariant();
-    }
-    bool paneShows(const QString& text) {
-        return QTest::qWaitFor(
-            [&] {
-                if (!QTest::qWaitFor([&] { return !pane().busy(); }, Patience)) return false;
-                return shownHtml().contains(text);
-            },
-            Patience);
-    }
     // A real click of the mouse on the pane's link to a word.
     bool clickLink(const QString& word) {
-        const QVariantList r =
-            script(QString("(() => { for (const a of document.links)"
-                           " if (a.getAttribute('href') === '%1') {"
-                           " const b = a.getBoundingClientRect();"
-                           " return [b.x, b.y, b.width, b.height]; } return []; })()")
-                       .arg(word))
-                .toList();
-        if (r.size() != 4) return false;
-        const QRect link(r[0].toInt(), r[1].toInt(), r[2].toInt(), r[3].toInt());
+        const QRect link =
+            pageBox(QString("(() => { for (const a of document.links)"
+                            " if (a.getAttribute('href') === '%1') {"
+                            " const b = a.getBoundingClientRect();"
+                            " return [b.x, b.y, b.width, b.height]; } return []; })()")
+                        .arg(word));
         if (link.isEmpty()) return false;
-        QWidget* surface =
-            pane().view()->focusProxy() ? pane().view()->focusProxy() : pane().view();
-        QTest::mouseClick(surface, Qt::LeftButton, {}, link.center());
+        clickInPane(link.center());
         return true;
     }
 
@@ -314,10 +230,6 @@ class SearchDesktopTest : public ::testing::Test {
         const auto m = QRegularExpression("^Record: \\d+  of  (\\d+)").match(status());
         return m.hasMatch() ? m.captured(1).toInt() : -1;
     }
-
-    QTemporaryDir folder_, settings_;
-    std::unique_ptr<DesktopProgram> program_;
-    std::unique_ptr<QTimer> tipCloser_;
 };
 
 TEST_F(SearchDesktopTest, DetailedSearchOpensTheSearchFormModallyOverTheMainForm) {
@@ -448,16 +360,3 @@ TEST_F(SearchDesktopTest, AScreenshotOfTheSearchForm) {
 }
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    // Build machines seldom offer the user namespaces the renderer's sandbox needs.
-    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DISABLE_SANDBOX"))
-        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    desktop::prepareProcess();
-    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
-        qputenv("QT_LOGGING_RULES", "qt.webenginecontext.debug=false");
-    QApplication app(argc, argv);
-    desktop::styleApplication(app);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
