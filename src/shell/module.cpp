@@ -21,6 +21,27 @@ void add(VarTable& vars, const std::string& name, Read read) {
     vars.Add(name, [read] { return read(Mod()); });
 }
 
+Variant asVariant(std::int16_t v) {
+    return integer(v);
+}
+Variant asVariant(const std::string& v) {
+    return Variant(v);
+}
+Variant asVariant(const Variant& v) {
+    return v;
+}
+
+// A two-dimensional array of the layout, read as "Name(side, element)"; 9 outside it.
+template <class Array>
+void addByIndexes(VarTable& vars, const std::string& name, Array Module::*member) {
+    vars.AddArray2(name, [member](int i, int j) {
+        const Array& a = Mod().*member;
+        if (i < 0 || i >= static_cast<int>(a.size()) || j < 0 || j >= static_cast<int>(a[0].size()))
+            throw VbError(vberr::SubscriptOutOfRange);
+        return asVariant(a[i][j]);
+    });
+}
+
 }  // namespace
 
 Module& Mod() {
@@ -75,4 +96,15 @@ void startModule(Runtime& rt) {
     add(vars, "ImageSizeAttr", [](Module& m) { return Variant(m.ImageSizeAttr); });
     add(vars, "ImageBorder", [](Module& m) { return m.ImageBorder; });
     add(vars, "LayoutSide", [](Module& m) { return m.LayoutSide; });
+    addByIndexes(vars, "FontSizeOf", &Module::FontSizeOf);
+    addByIndexes(vars, "FontColorOf", &Module::FontColorOf);
+    addByIndexes(vars, "FontNameOf", &Module::FontNameOf);
+    addByIndexes(vars, "BoldOn", &Module::BoldOn);
+    addByIndexes(vars, "ItalicOn", &Module::ItalicOn);
+    addByIndexes(vars, "StrikeOn", &Module::StrikeOn);
+    addByIndexes(vars, "UnderlineOn", &Module::UnderlineOn);
+    addByIndexes(vars, "CloseTags", &Module::CloseTags);
+    addByIndexes(vars, "BoxField", &Module::BoxField);
+    addByIndexes(vars, "BoxOrder", &Module::BoxOrder);
+    addByIndexes(vars, "BoxListIndex", &Module::BoxListIndex);
 }

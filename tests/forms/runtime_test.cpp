@@ -161,3 +161,18 @@ TEST(VarTableTest, ScalarsAndArraysByName) {
     EXPECT_VBERROR(vars.Get("Nope"), 9);
     EXPECT_VBERROR(vars.Get("Nope(1)"), 9);
 }
+
+TEST(VarTableTest, TwoDimensionalArraysByName) {
+    VarTable vars;
+    int sizes[2][3] = {{5, 2, 3}, {4, 1, 6}};
+    vars.AddArray2("FontSizeOf", [&](int i, int j) {
+        if (i < 0 || i >= 2 || j < 0 || j >= 3) throw VbError(9, "Subscript out of range");
+        return Variant::Integer(sizes[i][j]);
+    });
+    EXPECT_TRUE(vars.Has("FontSizeOf(1, 2)"));
+    EXPECT_FALSE(vars.Has("FontSizeOf(1)"));
+    EXPECT_EQ(vars.Get("FontSizeOf(0,0)").Number(), 5);
+    EXPECT_EQ(vars.Get("fontsizeof( 1 , 2 )").Number(), 6);
+    EXPECT_VBERROR(vars.Get("FontSizeOf(2, 0)"), 9);
+    EXPECT_VBERROR(vars.Get("FontSizeOf(0)"), 9);
+}

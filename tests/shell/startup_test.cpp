@@ -3,6 +3,7 @@
 #include "base/convert.h"
 #include "program_fixture.h"
 #include "shell/module.h"
+#include "vb_expect.h"
 
 namespace {
 
@@ -207,6 +208,14 @@ TEST_F(Startup, SharedVariablesAreReadableByName) {
     EXPECT_EQ(rt->ModuleVars().Get("SearchCriteria"), Variant("[PageNo] = '3'"));
     EXPECT_EQ(rt->ModuleVars().Get("HelpPage"), Variant::Integer(-1));
     EXPECT_EQ(rt->ModuleVars().Get("StartingUp"), Variant(false));
+}
+
+TEST_F(Startup, TheLayoutDefaultsAreReadableBySideAndElement) {
+    start();
+    EXPECT_EQ(rt->ModuleVars().Get("FontColorOf(0, 0)"), Variant("#111111"));
+    EXPECT_EQ(rt->ModuleVars().Get("FontSizeOf(0,0)"), Variant::Integer(5));
+    EXPECT_EQ(rt->ModuleVars().Get("FontNameOf(1, 20)"), Variant("MS Sans Serif"));
+    EXPECT_VBERROR(rt->ModuleVars().Get("FontNameOf(1, 21)"), 9);
 }
 
 TEST_F(Startup, AFreshStartEmptiesTheSharedVariables) {
