@@ -228,6 +228,36 @@ void FormWindow::watch(QWidget* widget, Control* control) {
         controlOf_[area->viewport()] = control;
         area->viewport()->installEventFilter(this);
     }
+    // The page of a pane takes the keys in a widget of its own, made when the page first
+    // shows and made anew at times: each one is watched as it comes.
+    if (qobject_cast<QWebEngineView*>(widget))
+        for (QWidget* child : widget->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            watchSurface(child, control);
+}
+
+void FormWindow::watchSurface(QWidget* surface, Control* control) {
+    if (controlOf_.count(surface) || surfaceOf_.count(surface)) return;
+    surfaceOf_[surface] = control;
+    surface->installEventFilter(this);
+    connect(surface, &QObject::destroyed, this, [this](QObject* gone) { surfaceOf_.erase(gone); });
+}
+
+bool FormWindow::surfaceEvent(Control* control, QEvent* event) {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
+    // The keys that move about: Escape, PgUp, PgDn, End, Home, Up and Down. Others are the
+    // page's own (typing into a field of the page).
+    switch (classicKeyCode(*static_cast<QKeyEvent*>(event))) {
+        case 27:
+        case 33:
+        case 34:
+        case 35:
+        case 36:
+        case 38:
+        case 40:
+            return keyEvent(control, event);
+        default:
+            return false;
+    }
 }
 
 QWidget* FormWindow::makeWidget(Control& control, QWidget* parent) {
@@ -801,6 +831,14 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
                 break;
         }
         if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
+    }
+    if (auto surface = surfaceOf_.find(watched); surface != surfaceOf_.end())
+        return surfaceEvent(surface->second, event);
+    if (event->type() == QEvent::ChildPolished && qobject_cast<QWebEngineView*>(watched)) {
+        auto* child = qobject_cast<QWidget*>(static_cast<QChildEvent*>(event)->child());
+        auto owner = controlOf_.find(watched);
+        if (child && owner != controlOf_.end()) watchSurface(child, owner->second);
+        return false;
     }
     auto it = controlOf_.find(watched);
     Control* control = it == controlOf_.end() ? nullptr : it->second;

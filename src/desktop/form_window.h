@@ -48,6 +48,10 @@ class FormWindow : public QObject {
     void connectUser(Control& control, QWidget* widget);
     void buildMenus();
     void watch(QWidget* widget, Control* control);
+    // A widget that a control's widget draws on and hands the keys to (the pane's page):
+    // only the keys that move about reach the form and the control.
+    void watchSurface(QWidget* surface, Control* control);
+    bool surfaceEvent(Control* control, QEvent* event);
 
     void changed(Control* control, std::string_view property);
     void apply(Control& control, std::string_view property, bool initial = false);
@@ -76,6 +80,7 @@ class FormWindow : public QObject {
     QWidget* canvas_ = nullptr;
     std::map<const Control*, QPointer<QWidget>> widgets_;
     std::map<const QObject*, Control*> controlOf_;
+    std::map<const QObject*, Control*> surfaceOf_;
     std::map<const Control*, QPointer<QAction>> actions_;
     std::map<const Control*, QPointer<QMenu>> menus_;
     std::map<const Control*, GridModel*> grids_;

@@ -1,6 +1,7 @@
 // The desktop program in real windows: it starts on the sample catalogue, shows the first
-// record in the pane, follows the Next button, hands a link of a written page to the
-// router, closes the tip, and keeps the window where the settings put it.
+// record in the pane, follows the Next button and the Down key pressed in the pane, hands
+// a link of a written page to the router, closes the tip, and keeps the window where the
+// settings put it.
 #include <QLabel>
 #include <QMainWindow>
 #include <QScreen>
@@ -62,6 +63,24 @@ TEST_F(DesktopTest, NextMovesToTheSecondRecordAndThePaneFollows) {
     EXPECT_TRUE(status->text().startsWith("Record: 2  of  ")) << status->text().toStdString();
     EXPECT_TRUE(paneShows(QString::fromStdString(second)));
     EXPECT_FALSE(shownHtml().contains(QString::fromStdString(first)));
+}
+
+TEST_F(DesktopTest, DownPressedInThePaneMovesToTheNextRecord) {
+    start();
+    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+    const std::string first = stockNo();
+    // The page takes the keys in a widget of its own inside the pane.
+    QWidget* surface = pane().view()->focusProxy();
+    ASSERT_TRUE(surface);
+    QWidget* main = window(form()).window();
+    main->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(main));
+    surface->setFocus();
+    QTest::keyClick(surface, Qt::Key_Down);
+    const std::string second = stockNo();
+    EXPECT_NE(second, first);
+    EXPECT_TRUE(status().startsWith("Record: 2  of  ")) << status().toStdString();
+    EXPECT_TRUE(paneShows(QString::fromStdString(second)));
 }
 
 TEST_F(DesktopTest, ALinkWordOfAWrittenPageReachesTheRouterAsAboutBlankAndTheWord) {
