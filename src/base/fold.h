@@ -30,13 +30,15 @@ inline bool equalFolded(std::string_view a, std::string_view b) {
 
 inline std::string foldCase(std::string_view s) {
     std::string out(s);
-    for (char& c : out) c = static_cast<char>(foldChar(c));
+    for (char& c : out)
+        c = static_cast<char>(foldChar(c));
     return out;
 }
 
 // FNV-1a over the folded text.
 inline std::uint64_t hashFolded(std::string_view s) {
     std::uint64_t h = 1469598103934665603ull;
-    for (char c : s) h = (h ^ foldChar(c)) * 1099511628211ull;
+    for (char c : s)
+        h = (h ^ foldChar(c)) * 1099511628211ull;
     return h;
 }

@@ -78,7 +78,9 @@ bool Variant::IsNumberKind() const {
     }
 }
 
-double Variant::Number() const { return num_; }
+double Variant::Number() const {
+    return num_;
+}
 
 bool Variant::operator==(const Variant& other) const {
     if (type_ != other.type_) return false;
@@ -89,16 +91,26 @@ bool Variant::operator==(const Variant& other) const {
 
 const char* TypeName(VarType t) {
     switch (t) {
-        case VarType::Empty: return "Empty";
-        case VarType::Null: return "Null";
-        case VarType::Boolean: return "Boolean";
-        case VarType::Integer: return "Integer";
-        case VarType::Long: return "Long";
-        case VarType::Single: return "Single";
-        case VarType::Double: return "Double";
-        case VarType::Currency: return "Currency";
-        case VarType::Date: return "Date";
-        case VarType::String: return "String";
+        case VarType::Empty:
+            return "Empty";
+        case VarType::Null:
+            return "Null";
+        case VarType::Boolean:
+            return "Boolean";
+        case VarType::Integer:
+            return "Integer";
+        case VarType::Long:
+            return "Long";
+        case VarType::Single:
+            return "Single";
+        case VarType::Double:
+            return "Double";
+        case VarType::Currency:
+            return "Currency";
+        case VarType::Date:
+            return "Date";
+        case VarType::String:
+            return "String";
     }
     return "Unknown";
 }

@@ -8,8 +8,8 @@ enum class VarType : std::uint8_t {
     Empty,
     Null,
     Boolean,
-    Integer,   // 16-bit
-    Long,      // 32-bit
+    Integer,  // 16-bit
+    Long,     // 32-bit
     Single,
     Double,
     Currency,  // fixed point, four decimals
@@ -20,7 +20,7 @@ enum class VarType : std::uint8_t {
 // The program's one value type. Null is not "" and not 0; Empty is the value of a
 // variable that was never set. Conversions between kinds live in convert.h.
 class Variant {
-public:
+  public:
     Variant() = default;  // Empty
     Variant(bool b);
     Variant(int l);  // Long
@@ -54,7 +54,7 @@ public:
     // Same kind and same value; Empty equals Empty and Null equals Null.
     bool operator==(const Variant& other) const;
 
-private:
+  private:
     VarType type_ = VarType::Empty;
     double num_ = 0;
     std::int64_t scaled_ = 0;

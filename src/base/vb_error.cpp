@@ -1,6 +1,5 @@
 #include "base/vb_error.h"
 
-
 std::string vbErrorDescription(int number) {
     switch (number) {
         case 5:
@@ -26,21 +25,22 @@ std::string vbErrorDescription(int number) {
         case 424:
             return "Object required";
         case 3001:
-            return "Arguments are of the wrong type, are out of acceptable range, or are in conflict "
-         "with one another.";
+            return "Arguments are of the wrong type, are out of acceptable range, or are in "
+                   "conflict "
+                   "with one another.";
         case 3021:
             return "Either BOF or EOF is True, or the current record has been deleted. Requested "
-         "operation requires a current record.";
+                   "operation requires a current record.";
         case 3070:
             return "The database engine does not recognize the name as a valid field name or "
-               "expression.";
+                   "expression.";
         case 3075:
             return "Syntax error in query expression.";
         case 3077:
             return "Syntax error in expression.";
         case 3265:
             return "Item cannot be found in the collection corresponding to the requested name or "
-               "ordinal.";
+                   "ordinal.";
         case 3343:
             return "Unrecognized database format.";
         case 3421:

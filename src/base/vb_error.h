@@ -6,14 +6,14 @@
 // A failed operation, carrying the classic runtime error number that the program's
 // error reporter and its handlers test.
 class VbError : public std::runtime_error {
-public:
+  public:
     VbError(int number, const std::string& description);
     explicit VbError(int number);
 
     int Number() const { return number_; }
     const std::string& Description() const { return description_; }
 
-private:
+  private:
     int number_;
     std::string description_;
 };
@@ -31,18 +31,18 @@ inline constexpr int InputPastEndOfFile = 62;
 inline constexpr int PathNotFound = 76;
 inline constexpr int InvalidUseOfNull = 94;
 inline constexpr int ObjectRequired = 424;
-inline constexpr int BadArguments = 3001;            // arguments wrong, out of range or in conflict
+inline constexpr int BadArguments = 3001;  // arguments wrong, out of range or in conflict
 inline constexpr int NoCurrentRecord = 3021;
 inline constexpr int SyntaxErrorInExpression = 3075;
 inline constexpr int SyntaxErrorInCriteria = 3077;
 inline constexpr int UnknownField = 3070;
 inline constexpr int ItemNotFound = 3265;
-inline constexpr int WrongType = 3421;               // a value of the wrong type for the operation
+inline constexpr int WrongType = 3421;  // a value of the wrong type for the operation
 inline constexpr int ObjectClosed = 3704;
 inline constexpr int ObjectOpen = 3705;
 inline constexpr int ProviderNotFound = 3706;
 inline constexpr int ConnectionClosed = 3709;
-inline constexpr int NotADatabase = 3343;            // unrecognized database format
+inline constexpr int NotADatabase = 3343;  // unrecognized database format
 }  // namespace vberr
 
 // The classic description of an error number ("File not found"), "" when unknown.

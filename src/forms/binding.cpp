@@ -5,7 +5,9 @@
 
 namespace {
 
-bool isCheckBox(const Control& c) { return c.Kind() == ControlKind::CheckBox; }
+bool isCheckBox(const Control& c) {
+    return c.Kind() == ControlKind::CheckBox;
+}
 
 }  // namespace
 
@@ -28,7 +30,8 @@ void Binding::Refresh() {
             if (b.rs->State() == ado::adStateOpen && !b.rs->Bof() && !b.rs->Eof())
                 v = b.rs->GetValue(b.field);
             if (isCheckBox(*b.box)) {
-                b.box->SetValue(Variant::Integer(v.IsNull() || v.IsEmpty() ? 0 : (CBool(v) ? 1 : 0)));
+                b.box->SetValue(
+                    Variant::Integer(v.IsNull() || v.IsEmpty() ? 0 : (CBool(v) ? 1 : 0)));
             } else {
                 b.box->SetText(textOf(v));
             }
@@ -45,8 +48,10 @@ void Binding::Changed(Control& box, std::string_view property) {
         if (b.box != &box) continue;
         if (isCheckBox(box) != value) return;
         Trap::Ignoring()([&] {
-            if (value) b.rs->SetValue(b.field, Variant(CDbl(box.Value()) != 0));
-            else b.rs->SetValue(b.field, Variant(box.Text()));
+            if (value)
+                b.rs->SetValue(b.field, Variant(CDbl(box.Value()) != 0));
+            else
+                b.rs->SetValue(b.field, Variant(box.Text()));
         });
         return;
     }

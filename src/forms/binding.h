@@ -11,7 +11,7 @@
 // row's pending edit, which the next move saves. A value the store refuses leaves the row
 // as it was, silently.
 class Binding {
-public:
+  public:
     // Binds the box to column `field` of the set (by position). Rebinding replaces.
     void Bind(Control& box, Recordset& rs, int field);
     void Clear() { bound_.clear(); }
@@ -20,7 +20,7 @@ public:
     // Called for every property write of the form: writes a bound box's change through.
     void Changed(Control& box, std::string_view property);
 
-private:
+  private:
     struct Bound {
         Control* box;
         Recordset* rs;

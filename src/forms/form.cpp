@@ -17,7 +17,8 @@ Form::Form(std::string name) : name_(std::move(name)) {
     props_["Enabled"] = Variant(true);
     props_["KeyPreview"] = Variant(false);
     props_["WindowState"] = Variant(0);
-    for (const char* n : {"Left", "Top", "Width", "Height"}) props_[n] = Variant::Double(0);
+    for (const char* n : {"Left", "Top", "Width", "Height"})
+        props_[n] = Variant::Double(0);
 }
 
 Form::~Form() = default;
@@ -37,7 +38,8 @@ Control* Form::Find(std::string_view name, int index) const {
 Control& Form::operator()(std::string_view name, int index) const {
     Control* c = Find(name, index);
     if (!c) {
-        std::string what = std::string(name) + (index >= 0 ? "(" + std::to_string(index) + ")" : "");
+        std::string what =
+            std::string(name) + (index >= 0 ? "(" + std::to_string(index) + ")" : "");
         throw VbError(NoSuchControl, "no control " + name_ + "." + what);
     }
     return *c;
@@ -67,17 +69,29 @@ Variant Form::Property(std::string_view name) const {
 void Form::SetProperty(std::string_view name, const Variant& value) {
     auto it = props_.find(name);
     if (it == props_.end()) throw VbError(438, "Object doesn't support this property or method");
-    if (it->second.IsString()) it->second = Variant(textOf(value));
-    else if (it->second.Type() == VarType::Boolean) it->second = Variant(CBool(value));
-    else it->second = value.IsNumberKind() ? value : Variant::Double(CDbl(value));
+    if (it->second.IsString())
+        it->second = Variant(textOf(value));
+    else if (it->second.Type() == VarType::Boolean)
+        it->second = Variant(CBool(value));
+    else
+        it->second = value.IsNumberKind() ? value : Variant::Double(CDbl(value));
     NotifyChanged(nullptr, it->first);
 }
 
-std::string Form::Caption() const { return textOf(Property("Caption")); }
-bool Form::Visible() const { return Property("Visible").BoolValue(); }
-int Form::WindowState() const { return static_cast<int>(CDbl(Property("WindowState"))); }
-double Form::Num(std::string_view name) const { return CDbl(Property(name)); }
+std::string Form::Caption() const {
+    return textOf(Property("Caption"));
+}
+bool Form::Visible() const {
+    return Property("Visible").BoolValue();
+}
+int Form::WindowState() const {
+    return static_cast<int>(CDbl(Property("WindowState")));
+}
+double Form::Num(std::string_view name) const {
+    return CDbl(Property(name));
+}
 
 void Form::NotifyChanged(Control* control, std::string_view property) {
-    for (const auto& observer : observers_) observer(*this, control, property);
+    for (const auto& observer : observers_)
+        observer(*this, control, property);
 }

@@ -14,7 +14,7 @@
 // Visible, WindowState, Left, Top, Width, Height, Enabled, KeyPreview). The lifecycle
 // procedures are virtual; the Runtime calls them on Load, Show, Activate and Unload.
 class Form {
-public:
+  public:
     explicit Form(std::string name);
     virtual ~Form();
     Form(const Form&) = delete;
@@ -64,7 +64,7 @@ public:
     void Observe(Observer observer) { observers_.push_back(std::move(observer)); }
     void NotifyChanged(Control* control, std::string_view property);
 
-private:
+  private:
     std::string name_;
     std::vector<std::unique_ptr<Control>> controls_;
     std::map<std::string, Handler, NoCase> handlers_;

@@ -55,6 +55,10 @@ void HeadlessPane::Refresh2() {
     document_.clear();
 }
 
-void HeadlessPane::Write(const std::string& html) { document_ += html; }
+void HeadlessPane::Write(const std::string& html) {
+    document_ += html;
+}
 
-std::string HeadlessPane::LocationURL() const { return history_.empty() ? std::string() : history_.back().url; }
+std::string HeadlessPane::LocationURL() const {
+    return history_.empty() ? std::string() : history_.back().url;
+}

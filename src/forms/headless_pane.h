@@ -11,7 +11,7 @@
 // anything else completes empty) and raises NavigateComplete2. Each completed navigation is
 // one history entry.
 class HeadlessPane : public Pane {
-public:
+  public:
     void Navigate2(const std::string& url) override;
     void GoBack() override;
     void Refresh2() override;
@@ -24,7 +24,7 @@ public:
     // A bare link word written in a page resolves against the blank page.
     static std::string resolveLink(const std::string& word) { return "about:blank" + word; }
 
-private:
+  private:
     // A local path, or "" when the address names no file.
     static std::string localPath(const std::string& url);
     void load(const std::string& url);

@@ -39,7 +39,9 @@ void Runtime::DeleteSetting(const std::string& section, const std::string& key) 
     settings_.Remove(title_, section, key);
 }
 
-void Runtime::Register(const std::string& name, Factory factory) { factories_[name] = std::move(factory); }
+void Runtime::Register(const std::string& name, Factory factory) {
+    factories_[name] = std::move(factory);
+}
 
 Form& Runtime::Create(const std::string& name) {
     auto it = factories_.find(name);
@@ -58,7 +60,8 @@ Form& Runtime::Get(const std::string& name) {
 
 Form* Runtime::Loaded(const std::string& name) const {
     for (const auto& f : forms_)
-        if (f->IsLoaded() && !NoCase{}(f->Name(), name) && !NoCase{}(name, f->Name())) return f.get();
+        if (f->IsLoaded() && !NoCase{}(f->Name(), name) && !NoCase{}(name, f->Name()))
+            return f.get();
     return nullptr;
 }
 
@@ -86,7 +89,8 @@ void Runtime::Show(Form& form, int modal) {
     ui_.FormShown(form, modal == vb::vbModal);
     Activate(form);
     if (modal != vb::vbModal) return;
-    while (form.IsLoaded() && form.Visible()) ui_.WaitForUser();
+    while (form.IsLoaded() && form.Visible())
+        ui_.WaitForUser();
 }
 
 void Runtime::Hide(Form& form) {
@@ -106,7 +110,8 @@ bool Runtime::Unload(Form& form, int unloadMode) {
     form.SetLoaded(false);
     // The instance goes; a later use of the form's name makes a fresh one. It is freed only
     // once none of its procedures can still be running.
-    auto it = std::find_if(forms_.begin(), forms_.end(), [&](const auto& f) { return f.get() == &form; });
+    auto it =
+        std::find_if(forms_.begin(), forms_.end(), [&](const auto& f) { return f.get() == &form; });
     if (it != forms_.end()) {
         retired_.push_back(std::move(*it));
         forms_.erase(it);

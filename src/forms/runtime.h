@@ -15,7 +15,7 @@
 // The running program: its forms, its Ui and settings services, its module variables and
 // the two ways of letting events run. One exists while the program runs.
 class Runtime {
-public:
+  public:
     Runtime(Ui& ui, SettingsStore& settings, std::string appPath, std::string title);
     ~Runtime();
     Runtime(const Runtime&) = delete;
@@ -69,7 +69,7 @@ public:
     // Frees the forms unloaded so far; only where no procedure of theirs runs.
     void CollectRetired() { retired_.clear(); }
 
-private:
+  private:
     Ui& ui_;
     SettingsStore& settings_;
     std::string appPath_, title_;

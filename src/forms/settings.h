@@ -7,7 +7,7 @@
 
 // The per-user settings store: text values by application, section and key.
 class SettingsStore {
-public:
+  public:
     virtual ~SettingsStore() = default;
     virtual std::optional<std::string> Read(const std::string& app, const std::string& section,
                                             const std::string& key) const = 0;
@@ -19,13 +19,14 @@ public:
 
 // Settings held in memory for the life of the process: the headless program's store.
 class MemorySettings : public SettingsStore {
-public:
+  public:
     std::optional<std::string> Read(const std::string& app, const std::string& section,
                                     const std::string& key) const override;
     void Write(const std::string& app, const std::string& section, const std::string& key,
                const std::string& value) override;
-    void Remove(const std::string& app, const std::string& section, const std::string& key) override;
+    void Remove(const std::string& app, const std::string& section,
+                const std::string& key) override;
 
-private:
+  private:
     std::map<std::tuple<std::string, std::string, std::string>, std::string> values_;
 };

@@ -51,7 +51,7 @@ struct CommonDialog {
 // What the program asks of the screen: the desktop answers with real dialogs, a scripted
 // run with the script's answers.
 class Ui {
-public:
+  public:
     virtual ~Ui() = default;
     // Shows a message box; returns the button chosen. An empty title means none.
     virtual int MsgBox(const std::string& prompt, int buttons, const std::string& title) = 0;

@@ -7,7 +7,7 @@
 // One open catalogue file. Each form opens its own; record sets on different connections
 // see each other's changes only after a Requery.
 class Connection {
-public:
+  public:
     virtual ~Connection() = default;
     // "PROVIDER=Microsoft.Jet.OLEDB.4.0;Data Source=" + path.
     virtual void Open(const std::string& connectionText, const std::string& user = "",

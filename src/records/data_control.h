@@ -8,7 +8,7 @@
 // The record set of an old-style data control: explicit Edit/AddNew before Update, no
 // move events, FindFirst with NoMatch, fields in the table's stored column order.
 class DaoRecordset {
-public:
+  public:
     virtual ~DaoRecordset() = default;
 
     virtual long RecordCount() const = 0;
@@ -40,7 +40,7 @@ public:
 // A hidden data control on a form: a database file and a record source (a table name or
 // a select text), opened by Refresh.
 class DataControl {
-public:
+  public:
     virtual ~DataControl() = default;
 
     virtual std::string DatabaseName() const = 0;

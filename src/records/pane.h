@@ -6,7 +6,7 @@
 // The HTML pane `Wb1`: it shows files and pages the program writes, and reports every
 // navigation, the program's own and the user's, to BeforeNavigate2 with a cancel flag.
 class Pane {
-public:
+  public:
     virtual ~Pane() = default;
 
     virtual void Navigate2(const std::string& url) = 0;

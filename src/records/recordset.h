@@ -31,13 +31,13 @@ inline constexpr int adEditAdd = 2;
 
 // One column of the current row, reached by position or by name: rs.Fields(19).Value().
 class FieldRef {
-public:
+  public:
     FieldRef(Recordset& rs, int index) : rs_(rs), index_(index) {}
     Variant Value() const;
     void SetValue(const Variant& v) const;
     std::string Name() const;
 
-private:
+  private:
     Recordset& rs_;
     int index_;
 };
@@ -45,11 +45,12 @@ private:
 // A static client cursor over one statement: Open loads the rows into memory, moves,
 // Filter, Sort and Find work on that copy, and edits write through to the file at once.
 class Recordset {
-public:
+  public:
     virtual ~Recordset() = default;
 
-    virtual void Open(const std::string& source, Connection& conn, int cursorType = ado::adOpenStatic,
-                      int lockType = ado::adLockOptimistic, int options = ado::adCmdUnknown) = 0;
+    virtual void Open(const std::string& source, Connection& conn,
+                      int cursorType = ado::adOpenStatic, int lockType = ado::adLockOptimistic,
+                      int options = ado::adCmdUnknown) = 0;
     virtual void Open() = 0;  // reopens the same statement
     virtual void Close() = 0;
     virtual void Requery(int options = ado::adCmdUnknown) = 0;
@@ -95,6 +96,12 @@ public:
     std::function<void()> WillChangeRecord;
 };
 
-inline Variant FieldRef::Value() const { return rs_.GetValue(index_); }
-inline void FieldRef::SetValue(const Variant& v) const { rs_.SetValue(index_, v); }
-inline std::string FieldRef::Name() const { return rs_.FieldName(index_); }
+inline Variant FieldRef::Value() const {
+    return rs_.GetValue(index_);
+}
+inline void FieldRef::SetValue(const Variant& v) const {
+    rs_.SetValue(index_, v);
+}
+inline std::string FieldRef::Name() const {
+    return rs_.FieldName(index_);
+}

@@ -31,7 +31,9 @@ bool inSilentGroup(int number) {
 
 }  // namespace
 
-void setErrorTrace(std::function<void(const std::string&)> sink) { trace() = std::move(sink); }
+void setErrorTrace(std::function<void(const std::string&)> sink) {
+    trace() = std::move(sink);
+}
 
 void Errhandler(const std::string& Tag) {
     const int number = Err().Number;

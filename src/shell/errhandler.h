@@ -13,4 +13,6 @@ void Errhandler(const std::string& Tag);
 void setErrorTrace(std::function<void(const std::string&)> trace);
 
 // A Trap that reports to Errhandler under the procedure's tag.
-inline Trap reportTo(const std::string& tag) { return Trap(tag, &Errhandler); }
+inline Trap reportTo(const std::string& tag) {
+    return Trap(tag, &Errhandler);
+}

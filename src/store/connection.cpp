@@ -8,7 +8,9 @@ std::string connectionText(const std::string& databasePath) {
     return "PROVIDER=Microsoft.Jet.OLEDB.4.0;Data Source=" + databasePath;
 }
 
-std::unique_ptr<Connection> CreateConnection() { return std::make_unique<SqliteConnection>(); }
+std::unique_ptr<Connection> CreateConnection() {
+    return std::make_unique<SqliteConnection>();
+}
 
 void SqliteConnection::Open(const std::string& text, const std::string&, const std::string&) {
     if (file_) throw VbError(vberr::ObjectOpen);
@@ -23,12 +25,15 @@ void SqliteConnection::Open(const std::string& text, const std::string&, const s
         if (eq != std::string::npos) {
             std::string key = UCase(Trim(part.substr(0, eq)));
             std::string value = part.substr(eq + 1);
-            if (key == "PROVIDER") provider = Trim(value);
-            else if (key == "DATA SOURCE") source = value;
+            if (key == "PROVIDER")
+                provider = Trim(value);
+            else if (key == "DATA SOURCE")
+                source = value;
         }
         start = end + 1;
     }
-    if (UCase(provider).rfind("MICROSOFT.JET.OLEDB", 0) != 0) throw VbError(vberr::ProviderNotFound);
+    if (UCase(provider).rfind("MICROSOFT.JET.OLEDB", 0) != 0)
+        throw VbError(vberr::ProviderNotFound);
     file_ = SqliteFile::open(source);
 }
 

@@ -7,7 +7,7 @@
 
 // A connection on an SQLite catalogue file.
 class SqliteConnection : public Connection {
-public:
+  public:
     void Open(const std::string& connectionText, const std::string& user,
               const std::string& password) override;
     void Close() override;
@@ -18,7 +18,7 @@ public:
     // 3709 when the connection is not open.
     std::shared_ptr<SqliteFile> file() const;
 
-private:
+  private:
     std::shared_ptr<SqliteFile> file_;
     int cursorLocation_ = 2;  // server, until the program asks for the client cursor
 };

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/variant.h"
 #include "base/fold.h"
+#include "base/variant.h"
 #include "store/row_table.h"
 
 // A criteria text of the store's dialect ("[StockNo] like '*AB*' and Cost1 > 5"), parsed
@@ -14,7 +14,7 @@
 // columns of one table; text compares ignoring case; "= Null" and "<> Null" test for a
 // missing value. A text that does not parse fails with 3001, an unknown name with 3265.
 class Criteria {
-public:
+  public:
     static Criteria parse(std::string_view text, const RowTable& table);
 
     bool matches(const RowTable& table, int row) const;
@@ -29,7 +29,7 @@ public:
     Criteria& operator=(Criteria&&) noexcept;
     ~Criteria();
 
-private:
+  private:
     explicit Criteria(std::unique_ptr<Node> root);
     std::unique_ptr<Node> root_;
 };

@@ -6,8 +6,8 @@
 
 #include "base/convert.h"
 #include "base/dates.h"
-#include "base/vb_error.h"
 #include "base/fold.h"
+#include "base/vb_error.h"
 
 namespace {
 
@@ -27,13 +27,15 @@ std::vector<ColumnInfo> loadedColumns(SqliteFile& file, const SelectStatement& s
         all.erase(it);
     }
     shown = static_cast<int>(chosen.size());
-    if (!st.where.empty() || !st.orderBy.empty()) chosen.insert(chosen.end(), all.begin(), all.end());
+    if (!st.where.empty() || !st.orderBy.empty())
+        chosen.insert(chosen.end(), all.begin(), all.end());
     return chosen;
 }
 
 std::vector<std::string> namesOf(const RowTable& t) {
     std::vector<std::string> names;
-    for (int c = 0; c < t.columnCount(); ++c) names.push_back(t.column(c).name);
+    for (int c = 0; c < t.columnCount(); ++c)
+        names.push_back(t.column(c).name);
     return names;
 }
 
@@ -41,7 +43,8 @@ std::vector<std::string> namesOf(const RowTable& t) {
 int compareRows(const RowTable& t, int a, int b, int column) {
     bool na = t.isNull(a, column), nb = t.isNull(b, column);
     if (na || nb) return na == nb ? 0 : (na ? -1 : 1);
-    if (t.column(column).kind == ColumnKind::Text) return compareFolded(t.text(a, column), t.text(b, column));
+    if (t.column(column).kind == ColumnKind::Text)
+        return compareFolded(t.text(a, column), t.text(b, column));
     double x = t.number(a, column), y = t.number(b, column);
     return x < y ? -1 : (x > y ? 1 : 0);
 }
@@ -67,7 +70,8 @@ Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statemen
         int row = table_.appendRow(rowid);
         for (int c = 0; c < columns; ++c) {
             switch (SqliteFile::columnType(stmt, c + 1)) {
-                case StoredValue::Type::Null: break;
+                case StoredValue::Type::Null:
+                    break;
                 case StoredValue::Type::Integer:
                     table_.setStoredInteger(row, c, SqliteFile::columnInt(stmt, c + 1));
                     break;
@@ -86,7 +90,8 @@ Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statemen
     base_.reserve(table_.rowCount());
     for (int row = 0; row < table_.rowCount(); ++row)
         if (!where || where->matches(table_, row)) base_.push_back(row);
-    if (!statement.orderBy.empty()) sortRows(base_, table_, parseSortList(statement.orderBy, table_));
+    if (!statement.orderBy.empty())
+        sortRows(base_, table_, parseSortList(statement.orderBy, table_));
     applyFilter();
 }
 
@@ -108,7 +113,9 @@ void Cursor::applySort() {
     moveTo(view_.empty() ? -1 : 0);
 }
 
-void Cursor::viewChanged() { indexes_.clear(); }
+void Cursor::viewChanged() {
+    indexes_.clear();
+}
 
 void Cursor::moveTo(long position) {
     pos_ = std::clamp(position, -1L, count());
@@ -197,18 +204,22 @@ void Cursor::update() {
         });
     } else {
         file_->update(tableName_, table_.rowid(row), names, values);
-        for (const auto& [c, v] : pending_) table_.set(row, c, v);
+        for (const auto& [c, v] : pending_)
+            table_.set(row, c, v);
     }
     if (edit_ == Edit::Add) {
         viewChanged();
     } else {
-        for (const auto& [c, v] : pending_) dropIndex(c);
+        for (const auto& [c, v] : pending_)
+            dropIndex(c);
     }
     edit_ = Edit::None;
     pending_.clear();
 }
 
-void Cursor::dropIndex(int column) { indexes_.erase(column); }
+void Cursor::dropIndex(int column) {
+    indexes_.erase(column);
+}
 
 void Cursor::cancelUpdate() {
     if (edit_ == Edit::Add) {
@@ -262,7 +273,9 @@ void Cursor::setSort(const std::string& columns) {
 
 namespace {
 
-bool isTextColumn(const RowTable& t, int column) { return t.column(column).kind == ColumnKind::Text; }
+bool isTextColumn(const RowTable& t, int column) {
+    return t.column(column).kind == ColumnKind::Text;
+}
 
 std::uint64_t hashNumber(double d) {
     if (d == 0) d = 0;  // one key for 0 and -0
@@ -274,7 +287,8 @@ std::uint64_t hashNumber(double d) {
 bool quickEquals(std::string_view text, std::string_view& name, std::string_view& value) {
     std::size_t i = 0;
     auto blanks = [&] {
-        while (i < text.size() && text[i] == ' ') ++i;
+        while (i < text.size() && text[i] == ' ')
+            ++i;
     };
     blanks();
     if (i < text.size() && text[i] == '[') {
@@ -284,7 +298,9 @@ bool quickEquals(std::string_view text, std::string_view& name, std::string_view
         i = close + 1;
     } else {
         std::size_t start = i;
-        while (i < text.size() && (std::isalnum(static_cast<unsigned char>(text[i])) || text[i] == '_')) ++i;
+        while (i < text.size() &&
+               (std::isalnum(static_cast<unsigned char>(text[i])) || text[i] == '_'))
+            ++i;
         name = text.substr(start, i - start);
     }
     if (name.empty()) return false;
@@ -320,13 +336,15 @@ long Cursor::findEqual(int column, const Variant& wanted, long from, bool forwar
     auto isMatch = [&](long p) {
         int row = view_[p];
         if (table_.isNull(row, column)) return false;
-        return text ? equalFolded(table_.text(row, column), needle) : table_.number(row, column) == number;
+        return text ? equalFolded(table_.text(row, column), needle)
+                    : table_.number(row, column) == number;
     };
 
     Index& index = indexes_[column];
     if (index.head.empty()) {
         std::size_t slots = 16;
-        while (slots < 2 * view_.size()) slots *= 2;
+        while (slots < 2 * view_.size())
+            slots *= 2;
         index.head.assign(slots, -1);
         index.next.assign(view_.size(), -1);
         // Filled from the back, so that each chain runs in view order.

@@ -16,16 +16,22 @@ auto inDaoTerms(int syntaxNumber, F&& f) {
         return f();
     } catch (const VbError& e) {
         if (e.Number() == vberr::BadArguments) throw VbError(syntaxNumber);
-        if (e.Number() == vberr::ItemNotFound) throw VbError(syntaxNumber == vberr::SyntaxErrorInCriteria ? vberr::UnknownField : TooFewParameters);
+        if (e.Number() == vberr::ItemNotFound)
+            throw VbError(syntaxNumber == vberr::SyntaxErrorInCriteria ? vberr::UnknownField
+                                                                       : TooFewParameters);
         throw;
     }
 }
 
 }  // namespace
 
-std::unique_ptr<DataControl> CreateDataControl() { return std::make_unique<SqliteDataControl>(); }
+std::unique_ptr<DataControl> CreateDataControl() {
+    return std::make_unique<SqliteDataControl>();
+}
 
-void SqliteDaoRecordset::leaveRow() { cursor_->cancelUpdate(); }
+void SqliteDaoRecordset::leaveRow() {
+    cursor_->cancelUpdate();
+}
 
 void SqliteDaoRecordset::MoveFirst() {
     if (cursor_->count() == 0) throw VbError(vberr::NoCurrentRecord);
@@ -60,7 +66,9 @@ void SqliteDaoRecordset::findFrom(const std::string& criteria, long from) {
     cursor_->moveTo(found);
 }
 
-void SqliteDaoRecordset::FindFirst(const std::string& criteria) { findFrom(criteria, 0); }
+void SqliteDaoRecordset::FindFirst(const std::string& criteria) {
+    findFrom(criteria, 0);
+}
 
 void SqliteDaoRecordset::FindNext(const std::string& criteria) {
     findFrom(criteria, cursor_->position() + 1);
@@ -125,10 +133,13 @@ DaoRecordset& SqliteDataControl::Recordset() {
     return *recordset_;
 }
 
-int SqliteDataControl::TableCount() { return static_cast<int>(file()->tableNames().size()); }
+int SqliteDataControl::TableCount() {
+    return static_cast<int>(file()->tableNames().size());
+}
 
 std::string SqliteDataControl::TableName(int index) {
     auto names = file()->tableNames();
-    if (index < 0 || index >= static_cast<int>(names.size())) throw VbError(vberr::SubscriptOutOfRange);
+    if (index < 0 || index >= static_cast<int>(names.size()))
+        throw VbError(vberr::SubscriptOutOfRange);
     return names[index];
 }

@@ -8,7 +8,7 @@
 // The record set of a data control on the SQLite store. Field writes need Edit or AddNew
 // first; a move discards an edit that was not updated.
 class SqliteDaoRecordset : public DaoRecordset {
-public:
+  public:
     explicit SqliteDaoRecordset(std::unique_ptr<Cursor> cursor) : cursor_(std::move(cursor)) {}
 
     long RecordCount() const override { return cursor_->count(); }
@@ -34,7 +34,7 @@ public:
     Variant GetValue(int index) const override { return cursor_->value(index); }
     void SetValue(int index, const Variant& value) override;
 
-private:
+  private:
     void leaveRow();
     void findFrom(const std::string& criteria, long from);
 
@@ -44,7 +44,7 @@ private:
 };
 
 class SqliteDataControl : public DataControl {
-public:
+  public:
     std::string DatabaseName() const override { return databaseName_; }
     void SetDatabaseName(const std::string& path) override { databaseName_ = path; }
     std::string RecordSource() const override { return recordSource_; }
@@ -56,7 +56,7 @@ public:
     int TableCount() override;
     std::string TableName(int index) override;
 
-private:
+  private:
     std::shared_ptr<SqliteFile> file();
 
     std::string databaseName_, recordSource_, connect_ = "Access 2000;";

@@ -7,7 +7,8 @@
 
 int main(int argc, char** argv) {
     if (argc < 4) {
-        std::fprintf(stderr, "usage: make-catalogue OUT_FILE APP_DIR SCRIPT.sql [SCRIPT.sql ...]\n");
+        std::fprintf(stderr,
+                     "usage: make-catalogue OUT_FILE APP_DIR SCRIPT.sql [SCRIPT.sql ...]\n");
         return 2;
     }
     std::vector<std::string> scripts(argv + 3, argv + argc);

@@ -8,7 +8,7 @@
 // The program's record set on the SQLite store: a static client cursor. Moving off a row
 // with a pending edit saves it; every change of position raises MoveComplete.
 class SqliteRecordset : public Recordset {
-public:
+  public:
     void Open(const std::string& source, Connection& conn, int cursorType, int lockType,
               int options) override;
     void Open() override;
@@ -49,7 +49,7 @@ public:
 
     std::size_t memoryBytes() const { return cursor_ ? cursor_->table().memoryBytes() : 0; }
 
-private:
+  private:
     Cursor& open() const;  // 3704 when closed
     void commitPending();
     void fireMove();

@@ -6,15 +6,19 @@
 
 #include "base/convert.h"
 #include "base/dates.h"
+#include "base/fold.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
-#include "base/fold.h"
 
 namespace {
 
-bool isTextKind(ColumnKind k) { return k == ColumnKind::Text; }
+bool isTextKind(ColumnKind k) {
+    return k == ColumnKind::Text;
+}
 
-[[noreturn]] void wrongType() { throw VbError(vberr::WrongType); }
+[[noreturn]] void wrongType() {
+    throw VbError(vberr::WrongType);
+}
 
 double strictNumber(const Variant& v) {
     try {
@@ -71,7 +75,8 @@ Variant coerceTo(ColumnKind kind, const Variant& v) {
 
 RowTable::RowTable(std::vector<ColumnInfo> columns) {
     columns_.reserve(columns.size());
-    for (auto& info : columns) columns_.push_back(Column{std::move(info), {}, {}, {}});
+    for (auto& info : columns)
+        columns_.push_back(Column{std::move(info), {}, {}, {}});
 }
 
 int RowTable::appendRow(std::int64_t rowid) {
@@ -125,17 +130,22 @@ Variant RowTable::get(int row, int c) const {
     std::uint64_t cell = col.cells[row];
     auto whole = static_cast<std::int64_t>(cell);
     switch (col.info.kind) {
-        case ColumnKind::Text: return Variant(text(row, c));
-        case ColumnKind::Money: return Variant::CurrencyFromScaled(whole);
-        case ColumnKind::YesNo: return Variant(whole != 0);
+        case ColumnKind::Text:
+            return Variant(text(row, c));
+        case ColumnKind::Money:
+            return Variant::CurrencyFromScaled(whole);
+        case ColumnKind::YesNo:
+            return Variant(whole != 0);
         case ColumnKind::Counter:
         case ColumnKind::Long:
             if (whole < std::numeric_limits<std::int32_t>::min() ||
                 whole > std::numeric_limits<std::int32_t>::max())
                 return Variant::Double(static_cast<double>(whole));
             return Variant::Long(static_cast<std::int32_t>(whole));
-        case ColumnKind::Double: return Variant::Double(std::bit_cast<double>(cell));
-        case ColumnKind::Date: return Variant::Date(std::bit_cast<double>(cell));
+        case ColumnKind::Double:
+            return Variant::Double(std::bit_cast<double>(cell));
+        case ColumnKind::Date:
+            return Variant::Date(std::bit_cast<double>(cell));
     }
     return Variant::Null();
 }
@@ -148,15 +158,23 @@ void RowTable::set(int row, int c, const Variant& v) {
         return;
     }
     switch (col.info.kind) {
-        case ColumnKind::Text: setText(col, row, v.Str()); return;
-        case ColumnKind::Money: col.cells[row] = static_cast<std::uint64_t>(v.CurrencyScaled()); break;
-        case ColumnKind::YesNo: col.cells[row] = v.BoolValue() ? static_cast<std::uint64_t>(-1) : 0; break;
+        case ColumnKind::Text:
+            setText(col, row, v.Str());
+            return;
+        case ColumnKind::Money:
+            col.cells[row] = static_cast<std::uint64_t>(v.CurrencyScaled());
+            break;
+        case ColumnKind::YesNo:
+            col.cells[row] = v.BoolValue() ? static_cast<std::uint64_t>(-1) : 0;
+            break;
         case ColumnKind::Counter:
         case ColumnKind::Long:
             col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(v.Number()));
             break;
         case ColumnKind::Double:
-        case ColumnKind::Date: col.cells[row] = std::bit_cast<std::uint64_t>(v.Number()); break;
+        case ColumnKind::Date:
+            col.cells[row] = std::bit_cast<std::uint64_t>(v.Number());
+            break;
     }
     col.nulls[row] = false;
 }
@@ -177,26 +195,43 @@ void RowTable::reserve(std::size_t rows) {
 }
 
 void RowTable::shrink() {
-    for (auto& col : columns_) col.arena.shrink_to_fit();
+    for (auto& col : columns_)
+        col.arena.shrink_to_fit();
 }
 
 void RowTable::setStored(int row, int c, const StoredValue& v) {
     switch (v.type) {
-        case StoredValue::Type::Null: set(row, c, Variant::Null()); break;
-        case StoredValue::Type::Integer: setStoredInteger(row, c, v.i); break;
-        case StoredValue::Type::Real: setStoredReal(row, c, v.r); break;
-        case StoredValue::Type::Text: setStoredText(row, c, v.text); break;
+        case StoredValue::Type::Null:
+            set(row, c, Variant::Null());
+            break;
+        case StoredValue::Type::Integer:
+            setStoredInteger(row, c, v.i);
+            break;
+        case StoredValue::Type::Real:
+            setStoredReal(row, c, v.r);
+            break;
+        case StoredValue::Type::Text:
+            setStoredText(row, c, v.text);
+            break;
     }
 }
 
 void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
     Column& col = columns_[c];
     switch (col.info.kind) {
-        case ColumnKind::Text: setText(col, row, CStr(Variant::Double(static_cast<double>(i)))); return;
-        case ColumnKind::Money: col.cells[row] = static_cast<std::uint64_t>(i * 10000); break;
+        case ColumnKind::Text:
+            setText(col, row, CStr(Variant::Double(static_cast<double>(i))));
+            return;
+        case ColumnKind::Money:
+            col.cells[row] = static_cast<std::uint64_t>(i * 10000);
+            break;
         case ColumnKind::Double:
-        case ColumnKind::Date: col.cells[row] = std::bit_cast<std::uint64_t>(static_cast<double>(i)); break;
-        default: col.cells[row] = static_cast<std::uint64_t>(i); break;
+        case ColumnKind::Date:
+            col.cells[row] = std::bit_cast<std::uint64_t>(static_cast<double>(i));
+            break;
+        default:
+            col.cells[row] = static_cast<std::uint64_t>(i);
+            break;
     }
     col.nulls[row] = false;
 }
@@ -204,12 +239,22 @@ void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
 void RowTable::setStoredReal(int row, int c, double r) {
     Column& col = columns_[c];
     switch (col.info.kind) {
-        case ColumnKind::Text: setText(col, row, CStr(Variant::Double(r))); return;
+        case ColumnKind::Text:
+            setText(col, row, CStr(Variant::Double(r)));
+            return;
         // Money is kept as a real in units; in memory it is whole ten-thousandths.
-        case ColumnKind::Money: col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(r * 10000.0))); break;
+        case ColumnKind::Money:
+            col.cells[row] =
+                static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(r * 10000.0)));
+            break;
         case ColumnKind::Double:
-        case ColumnKind::Date: col.cells[row] = std::bit_cast<std::uint64_t>(r); break;
-        default: col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(r))); break;
+        case ColumnKind::Date:
+            col.cells[row] = std::bit_cast<std::uint64_t>(r);
+            break;
+        default:
+            col.cells[row] =
+                static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(r)));
+            break;
     }
     col.nulls[row] = false;
 }

@@ -12,7 +12,7 @@
 // text itself, so that a set of 100,000 products stays close to the size of its data.
 // Rows are never moved or removed while the set is open: a row's index is its bookmark.
 class RowTable {
-public:
+  public:
     explicit RowTable(std::vector<ColumnInfo> columns);
 
     int columnCount() const { return static_cast<int>(columns_.size()); }
@@ -45,7 +45,7 @@ public:
 
     std::size_t memoryBytes() const;
 
-private:
+  private:
     struct Column {
         ColumnInfo info;
         std::vector<std::uint64_t> cells;  // text: offset << 32 | length; else the bits

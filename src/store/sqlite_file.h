@@ -30,7 +30,7 @@ struct StoredValue {
 // One open SQLite catalogue file. The only code that speaks SQLite; everything above
 // sees tables, columns and rows by rowid.
 class SqliteFile {
-public:
+  public:
     // Opens an existing file for reading and writing: 3024 when it is missing, 3343 when
     // it is not a database.
     static std::shared_ptr<SqliteFile> open(const std::string& path);
@@ -78,7 +78,7 @@ public:
                 const std::vector<std::string>& columns, const std::vector<StoredValue>& values);
     void remove(const std::string& table, std::int64_t rowid);
 
-private:
+  private:
     SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
     sqlite3_stmt* prepare(const std::string& sql);
     [[noreturn]] void fail(int fallbackNumber);

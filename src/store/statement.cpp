@@ -12,7 +12,9 @@ namespace {
 std::size_t findKeyword(std::string_view text, std::string_view word, std::size_t from = 0) {
     char quote = 0;
     bool bracket = false;
-    auto isWordChar = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; };
+    auto isWordChar = [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+    };
     for (std::size_t i = from; i < text.size(); ++i) {
         char c = text[i];
         if (quote) {
@@ -32,7 +34,8 @@ std::size_t findKeyword(std::string_view text, std::string_view word, std::size_
             continue;
         }
         if (i + word.size() > text.size()) break;
-        if ((i > 0 && isWordChar(text[i - 1])) || compareFolded(text.substr(i, word.size()), word) != 0)
+        if ((i > 0 && isWordChar(text[i - 1])) ||
+            compareFolded(text.substr(i, word.size()), word) != 0)
             continue;
         std::size_t end = i + word.size();
         if (end < text.size() && isWordChar(text[end])) continue;
@@ -46,7 +49,8 @@ std::size_t findOrderBy(std::string_view text, std::size_t& after) {
     std::size_t at = 0;
     while ((at = findKeyword(text, "order", at)) != std::string_view::npos) {
         std::size_t i = at + 5;
-        while (i < text.size() && std::isspace(static_cast<unsigned char>(text[i]))) ++i;
+        while (i < text.size() && std::isspace(static_cast<unsigned char>(text[i])))
+            ++i;
         if (findKeyword(text, "by", i) == i) {
             after = i + 2;
             return at;
@@ -80,10 +84,10 @@ SelectStatement parseSelect(std::string_view text, int errorNumber) {
     std::size_t where = findKeyword(trimmed, "where", from);
     std::size_t order = findOrderBy(trimmed, afterOrder);
     std::size_t tableEnd = std::min(where, order);
-    st.table = nameOf(trimmed.substr(from + 4, tableEnd == std::string_view::npos
-                                                    ? std::string_view::npos
-                                                    : tableEnd - from - 4),
-                      errorNumber);
+    st.table =
+        nameOf(trimmed.substr(from + 4, tableEnd == std::string_view::npos ? std::string_view::npos
+                                                                           : tableEnd - from - 4),
+               errorNumber);
     if (where != std::string_view::npos) {
         std::size_t end = order == std::string_view::npos || order < where ? trimmed.size() : order;
         st.where = Trim(std::string(trimmed.substr(where + 5, end - where - 5)));

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "forms/ui.h"
-#include "records/store.h"
 #include "recording_ui.h"
+#include "records/store.h"
 
 namespace {
 
@@ -42,8 +42,8 @@ TEST_F(Reporter, BadFileNameShowsNothing) {
 }
 
 TEST_F(Reporter, EveryListedNumberIsSilent) {
-    for (int n : {3265, 3021, 481, 91, 5, 13, 3710, 3421, 35752, 76, 52, 3709, 3706, 3704, 438,
-                  364, 32755, 3219, 3001, 380, 62, 9, 3078, 342, 20, 51})
+    for (int n : {3265, 3021, 481, 91,    5,    13,   3710, 3421, 35752, 76,   52,  3709, 3706,
+                  3704, 438,  364, 32755, 3219, 3001, 380,  62,   9,     3078, 342, 20,   51})
         report(n);
     EXPECT_TRUE(ui.boxes.empty());
 }

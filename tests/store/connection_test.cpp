@@ -52,8 +52,7 @@ TEST(Connection, ARecordSetOnAClosedConnectionFails) {
 TEST(Connection, TablesAndColumnsIgnoreCase) {
     TempCatalogue cat;
     auto conn = cat.connect();
-    auto rs = cat.open(
-        "select [Order ID],[Back Ordered] from [orders] Order by [order id]", *conn);
+    auto rs = cat.open("select [Order ID],[Back Ordered] from [orders] Order by [order id]", *conn);
     EXPECT_EQ(rs->FieldName(0), "Order ID");
     EXPECT_TRUE(rs->Eof());
 }

@@ -104,7 +104,8 @@ TEST_F(Data2, AnUnknownTableFails) {
 
 TEST_F(Data2, TheDatabaseListsItsTables) {
     std::string names;
-    for (int i = 0; i < data->TableCount(); ++i) names += data->TableName(i) + " ";
+    for (int i = 0; i < data->TableCount(); ++i)
+        names += data->TableName(i) + " ";
     EXPECT_EQ(names, "Category Inventory Invoice Orders Products Sales Setup Supplier ");
 }
 
