@@ -5,7 +5,33 @@ ErrState& Err() {
     return state;
 }
 
+namespace {
+NamingFaultWatcher& namingWatcher() {
+    static NamingFaultWatcher watcher;
+    return watcher;
+}
+int steppingOver = 0;
+}  // namespace
+
+SteppingOverMissingElements::SteppingOverMissingElements() {
+    ++steppingOver;
+}
+SteppingOverMissingElements::~SteppingOverMissingElements() {
+    --steppingOver;
+}
+
+bool IsNamingFault(int number) {
+    return number == vberr::ControlArrayElementMissing || number == vberr::PropertyNotFound;
+}
+
+NamingFaultWatcher WatchNamingFaults(NamingFaultWatcher watcher) {
+    std::swap(namingWatcher(), watcher);
+    return watcher;
+}
+
 Trap::Resume Trap::fault(int number, const std::string& description) {
+    if (IsNamingFault(number) && namingWatcher() && steppingOver == 0)
+        namingWatcher()(number, description);
     Err().Number = number;
     Err().Description = description;
     if (handler_) {

@@ -21,6 +21,25 @@ ErrState& Err();
 // program's entry.
 struct ProgramEnded {};
 
+// A statement that names a control, property or form the program does not have (the classic
+// 340 and 438) is always a mistake of ours, never a condition of the program. The program
+// traps it like any other fault; tests watch for it so that such a mistake fails them.
+bool IsNamingFault(int number);
+using NamingFaultWatcher = std::function<void(int number, const std::string& description)>;
+// The watcher told of every naming fault a Trap catches; nullptr for none. The previous one.
+NamingFaultWatcher WatchNamingFaults(NamingFaultWatcher watcher);
+
+// A stretch of a procedure that knowingly steps over the elements of a control array that
+// do not exist (a loop over 1 to 30 on an array without 1 and 17): its naming faults are the
+// procedure's own, so no watcher hears of them while it lives.
+class SteppingOverMissingElements {
+  public:
+    SteppingOverMissingElements();
+    ~SteppingOverMissingElements();
+    SteppingOverMissingElements(const SteppingOverMissingElements&) = delete;
+    SteppingOverMissingElements& operator=(const SteppingOverMissingElements&) = delete;
+};
+
 // Runs the statements of one procedure so that a failing statement never aborts it.
 // A report-and-resume procedure hands each trapped fault to its reporter with the
 // procedure's tag and goes on with the next statement; an ignoring procedure passes

@@ -1,4 +1,6 @@
-// Adding a folder, started by the link `Folder`; filled by the bulk tools.
+// Adding a folder, started by the link `Folder`.
 #include "shell/products.h"
 
-void Products::Folders() {}
+void Products::Folders() {
+    // NOT BUILT YET: the folder import.
+}

@@ -1,5 +1,7 @@
-// Imports from a text file or a database (`TextFiles`, `TextEdit`, `DBFiles`); filled by the bulk
-// tools.
+// Imports from a text file or a database (`TextFiles`, `TextEdit`, `DBFiles`), bulk edit and
+// export through the placement board.
 #include "shell/products.h"
 
-void Products::GetFiles() {}
+void Products::GetFiles() {
+    // NOT BUILT YET: the text and database imports, bulk edit and export.
+}

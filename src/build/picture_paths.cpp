@@ -1,4 +1,6 @@
-// Changing the pictures' path, started by the link `ChangePicPath`; filled by the bulk tools.
+// Changing the pictures' path, started by the link `ChangePicPath`.
 #include "shell/products.h"
 
-void Products::ChP() {}
+void Products::ChP() {
+    // NOT BUILT YET: the picture path change.
+}

@@ -7,6 +7,7 @@
 #include "desktop/form_window.h"
 #include "desktop/guard.h"
 #include "forms/runtime.h"
+#include "forms/user_input.h"
 
 namespace desktop {
 
@@ -46,7 +47,7 @@ QWidget* FormHost::mainWindow() const {
 void FormHost::activated(Form& form) {
     if (active_ == &form || !form.IsLoaded() || !form.Visible()) return;
     active_ = &form;
-    guarded([&] { Runtime::Current().Activate(form); });
+    guarded([&] { UserInput::Activate(form); });
     dispatched();
 }
 

@@ -40,6 +40,7 @@
 #include "desktop/qt_ui.h"
 #include "desktop/web_pane.h"
 #include "forms/runtime.h"
+#include "forms/user_input.h"
 #include "records/recordset.h"
 
 namespace desktop {
@@ -50,7 +51,6 @@ constexpr double TwipsPerPixel = 15.0;
 // What a window's frame takes around its client area before the window system says.
 constexpr int FrameWidth = 8, FrameHeight = 30;
 constexpr long DefaultBackColor = 0xFFFFFF;
-constexpr int vbFormControlMenu = 0;
 
 int px(double twips) {
     return static_cast<int>(std::lround(twips / TwipsPerPixel));
@@ -366,34 +366,31 @@ void FormWindow::connectUser(Control& control, QWidget* widget) {
     Control* c = &control;
     if (auto* button = qobject_cast<QPushButton*>(widget)) {
         connect(button, &QPushButton::clicked, this,
-                [this, c] { act([c] { c->Raise("Click"); }); });
+                [this, c] { act([c] { UserInput::Click(*c); }); });
     } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
-        connect(check, &QCheckBox::clicked, this, [this, c](bool on) {
-            act([c, on] { c->SetValue(Variant::Integer(on ? 1 : 0)); });
-        });
+        connect(check, &QCheckBox::clicked, this,
+                [this, c] { act([c] { UserInput::Click(*c); }); });
     } else if (auto* option = qobject_cast<QRadioButton*>(widget)) {
+        // The model keeps the buttons of a container exclusive; Qt only shows it.
+        option->setAutoExclusive(false);
         connect(option, &QRadioButton::clicked, this,
-                [this, c] { act([c] { c->SetValue(Variant(true)); }); });
-        // The buttons of one container exclude each other, as the classic toolkit's do.
-        connect(option, &QRadioButton::toggled, this, [this, c](bool on) {
-            if (!on && c->Value().BoolValue()) act([c] { c->SetValue(Variant(false)); });
-        });
+                [this, c] { act([c] { UserInput::Click(*c); }); });
     } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         connect(line, &QLineEdit::textEdited, this, [this, c](const QString& text) {
-            act([c, text] { c->SetText(text.toStdString()); });
+            act([c, text] { UserInput::Type(*c, text.toStdString()); });
         });
     } else if (auto* edit = qobject_cast<QPlainTextEdit*>(widget)) {
         connect(edit, &QPlainTextEdit::textChanged, this, [this, c, edit] {
             if (applying_) return;
             QString text = edit->toPlainText();
             text.replace('\n', QStringLiteral("\r\n"));
-            act([c, text] { c->SetText(text.toStdString()); });
+            act([c, text] { UserInput::Type(*c, text.toStdString()); });
         });
     } else if (auto* list = qobject_cast<QListWidget*>(widget)) {
         connect(list, &QListWidget::currentRowChanged, this, [this, c](int row) {
             if (applying_) return;
             act([c, row] {
-                if (row < c->ListCount()) c->SetListIndex(row);
+                if (row >= 0 && row < c->ListCount()) UserInput::Select(*c, row);
             });
         });
         connect(list, &QListWidget::itemSelectionChanged, this, [this, c, list] {
@@ -401,39 +398,28 @@ void FormWindow::connectUser(Control& control, QWidget* widget) {
             act([c, list] {
                 for (int i = 0; i < list->count() && i < c->ListCount(); ++i)
                     if (list->item(i)->isSelected() != c->Selected(i))
-                        c->SetSelected(i, list->item(i)->isSelected());
+                        UserInput::SelectItem(*c, i, list->item(i)->isSelected());
             });
         });
     } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
         connect(combo, &QComboBox::activated, this, [this, c](int index) {
             act([c, index] {
-                if (c->ListIndex() == index)
-                    c->Raise("Click");
-                else if (index < c->ListCount())
-                    c->SetListIndex(index);
+                if (index >= 0 && index < c->ListCount()) UserInput::Select(*c, index);
             });
         });
         if (combo->isEditable())
             connect(combo, &QComboBox::editTextChanged, this, [this, c](const QString& text) {
                 if (applying_) return;
-                act([c, text] { c->SetText(text.toStdString()); });
+                act([c, text] { UserInput::Type(*c, text.toStdString()); });
             });
     } else if (auto* slider = qobject_cast<QSlider*>(widget)) {
         connect(slider, &QSlider::valueChanged, this, [this, c](int value) {
             if (applying_) return;
-            act([c, value] {
-                c->SetProperty("Value", Variant(value));
-                c->Raise("Scroll");
-            });
+            act([c, value] { UserInput::Slide(*c, value); });
         });
     } else if (auto* table = qobject_cast<QTableView*>(widget)) {
         connect(table, &QTableView::pressed, this, [this, c](const QModelIndex& index) {
-            act([c, index] {
-                c->Raise("Click");
-                if (!c->Parent().IsLoaded() || !c->DataSource()) return;
-                c->DataSource()->SetAbsolutePosition(index.row() + 1);
-                c->Raise("RowColChange");
-            });
+            act([c, index] { UserInput::GridRow(*c, index.row() + 1); });
         });
     }
 }
@@ -460,11 +446,11 @@ void FormWindow::buildMenus() {
             menus_[c] = menu;
             action = menu->menuAction();
             connect(menu, &QMenu::aboutToShow, this,
-                    [this, c] { act([c] { c->Raise("Click"); }); });
+                    [this, c] { act([c] { UserInput::Click(*c); }); });
         } else {
             action = parentMenu ? parentMenu->addAction(QString()) : bar->addAction(QString());
             connect(action, &QAction::triggered, this,
-                    [this, c] { act([c] { c->Raise("Click"); }); });
+                    [this, c] { act([c] { UserInput::Click(*c); }); });
         }
         actions_[c] = action;
         for (const char* p : {"Caption", "Visible", "Enabled", "Checked"})
@@ -803,7 +789,7 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
         switch (event->type()) {
             case QEvent::Close:
                 event->ignore();
-                act([this] { Runtime::Current().Unload(form_, vbFormControlMenu); });
+                act([this] { UserInput::CloseByFrame(form_); });
                 return true;
             case QEvent::WindowActivate:
                 host_.activated(form_);
@@ -814,7 +800,7 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
                                     : state & Qt::WindowMaximized ? 2
                                                                   : 0;
                 if (classic != form_.WindowState())
-                    act([this, classic] { form_.SetProperty("WindowState", Variant(classic)); });
+                    act([this, classic] { UserInput::SetWindowState(form_, classic); });
                 break;
             }
             case QEvent::Move: {
@@ -858,11 +844,11 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
             return control ? mouseEvent(*control, event) : false;
         case QEvent::FocusIn:
             if (control && watched == widgetFor(*control))
-                act([control] { control->Raise("GotFocus"); });
+                act([control] { UserInput::Focus(*control); });
             return false;
         case QEvent::FocusOut:
             if (control && watched == widgetFor(*control))
-                act([control] { control->Raise("LostFocus"); });
+                act([control] { UserInput::Blur(*control); });
             return false;
         default:
             return false;
@@ -883,48 +869,10 @@ bool FormWindow::keyEvent(Control* control, QEvent* event) {
     bool swallow = false;
     std::weak_ptr<bool> alive = alive_;
     if (event->type() == QEvent::KeyRelease) {
-        if (control && code)
-            act([&] {
-                EventArgs args;
-                args.KeyCode = code;
-                args.Shift = shift;
-                control->Raise("KeyUp", args);
-            });
+        if (control && code) act([&] { UserInput::KeyUp(*control, code, shift); });
         return false;
     }
-    act([&] {
-        Form& form = form_;
-        if (!control) {
-            // No control has the key: the form's own procedures take it.
-            int keyCode = code;
-            if (keyCode) form.Form_KeyDown(keyCode, shift);
-            if (ascii && form.IsLoaded()) {
-                int keyAscii = ascii;
-                form.Form_KeyPress(keyAscii);
-                swallow = keyAscii == 0;
-            }
-            return;
-        }
-        int keyCode = code;
-        if (keyCode && form.KeyPreview()) form.Form_KeyDown(keyCode, shift);
-        if (keyCode && form.IsLoaded()) {
-            EventArgs args;
-            args.KeyCode = keyCode;
-            args.Shift = shift;
-            control->Raise("KeyDown", args);
-        }
-        if (ascii && form.IsLoaded()) {
-            int keyAscii = ascii;
-            if (form.KeyPreview()) form.Form_KeyPress(keyAscii);
-            if (keyAscii != 0 && form.IsLoaded()) {
-                EventArgs args;
-                args.KeyAscii = keyAscii;
-                control->Raise("KeyPress", args);
-                keyAscii = args.KeyAscii;
-            }
-            swallow = keyAscii == 0;
-        }
-    });
+    act([&] { swallow = UserInput::KeyDown(form_, control, code, shift, ascii); });
     return swallow || alive.expired();
 }
 
@@ -937,46 +885,38 @@ bool FormWindow::mouseEvent(Control& control, QEvent* event) {
         return false;
     lastMouse_ = seen;
     if (event->type() == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton &&
-        num(control, "DragMode") == 1) {
+        UserInput::Draggable(control)) {
         // Automatic dragging: the press starts a drag and the control sees no click.
         drag_.source = &control;
         drag_.start = mouse->globalPosition().toPoint();
         drag_.moving = false;
         return true;
     }
-    EventArgs args;
-    args.Button = mouse->button() == Qt::LeftButton     ? 1
-                  : mouse->button() == Qt::RightButton  ? 2
-                  : mouse->button() == Qt::MiddleButton ? 4
-                                                        : 0;
+    UserInput::Mouse m;
+    m.button = mouse->button() == Qt::LeftButton     ? 1
+               : mouse->button() == Qt::RightButton  ? 2
+               : mouse->button() == Qt::MiddleButton ? 4
+                                                     : 0;
     const QPointF at = mouse->position();
-    args.X = static_cast<float>(twips(static_cast<int>(at.x())));
-    args.Y = static_cast<float>(twips(static_cast<int>(at.y())));
-    args.Shift = (mouse->modifiers() & Qt::ShiftModifier ? 1 : 0) |
-                 (mouse->modifiers() & Qt::ControlModifier ? 2 : 0) |
-                 (mouse->modifiers() & Qt::AltModifier ? 4 : 0);
+    m.x = static_cast<float>(twips(static_cast<int>(at.x())));
+    m.y = static_cast<float>(twips(static_cast<int>(at.y())));
+    m.shift = (mouse->modifiers() & Qt::ShiftModifier ? 1 : 0) |
+              (mouse->modifiers() & Qt::ControlModifier ? 2 : 0) |
+              (mouse->modifiers() & Qt::AltModifier ? 4 : 0);
     Control* c = &control;
-    const ControlKind kind = control.Kind();
-    // Kinds whose click the widget itself does not report.
-    const bool plain = kind == ControlKind::Label || kind == ControlKind::Image ||
-                       kind == ControlKind::Frame || kind == ControlKind::TextBox;
     switch (event->type()) {
         case QEvent::MouseButtonPress:
-            act([c, args]() mutable { c->Raise("MouseDown", args); });
+            act([c, m] { UserInput::MouseDown(*c, m); });
             break;
         case QEvent::MouseButtonRelease: {
             QWidget* w = widgetFor(control);
             const bool inside =
                 w && w->rect().contains(w->mapFromGlobal(mouse->globalPosition().toPoint()));
-            act([c, args, plain, inside]() mutable {
-                c->Raise("MouseUp", args);
-                if (plain && inside && args.Button == 1 && c->Parent().IsLoaded())
-                    c->Raise("Click");
-            });
+            act([c, m, inside] { UserInput::MouseUp(*c, m, inside); });
             break;
         }
         case QEvent::MouseButtonDblClick:
-            act([c] { c->Raise("DblClick"); });
+            act([c] { UserInput::DblClick(*c); });
             break;
         default:
             break;
@@ -1018,11 +958,9 @@ bool FormWindow::dragEvent(QEvent* event) {
     QPoint local;
     Control* target = controlAt(at, local);
     if (!target) return true;
-    EventArgs args;
-    args.Source = dragged;
-    args.X = static_cast<float>(twips(local.x()));
-    args.Y = static_cast<float>(twips(local.y()));
-    act([target, args]() mutable { target->Raise("DragDrop", args); });
+    const auto x = static_cast<float>(twips(local.x()));
+    const auto y = static_cast<float>(twips(local.y()));
+    act([dragged, target, x, y] { UserInput::Drag(*dragged, *target, x, y); });
     return true;
 }
 

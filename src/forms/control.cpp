@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int PropertyNotFound = 438;
 constexpr int InvalidPropertyValue = 380;
 
 bool hasCaption(ControlKind k) {
@@ -115,14 +114,14 @@ Variant Control::Property(std::string_view name) const {
     if (hasList(kind_) && sameName(name, "ListCount")) return Variant(ListCount());
     auto it = props_.find(name);
     if (it == props_.end())
-        throw VbError(PropertyNotFound, "Object doesn't support this property or method");
+        throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
     return it->second;
 }
 
 void Control::SetProperty(std::string_view name, const Variant& value) {
     auto it = props_.find(name);
     if (it == props_.end())
-        throw VbError(PropertyNotFound, "Object doesn't support this property or method");
+        throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
     const std::string key = it->first;
     Variant stored = value;
     // Each property keeps its kind: a text stays a text, a number a number.
@@ -151,9 +150,10 @@ void Control::SetProperty(std::string_view name, const Variant& value) {
         Raise("Click");
     else if (key == "Value" && kind_ == ControlKind::CheckBox && changed)
         Raise("Click");
-    else if (key == "Value" && kind_ == ControlKind::OptionButton && stored.BoolValue())
+    else if (key == "Value" && kind_ == ControlKind::OptionButton && stored.BoolValue()) {
+        unselectGroup();
         Raise("Click");
-    else if ((key == "Path" || key == "Pattern") && changed)
+    } else if ((key == "Path" || key == "Pattern") && changed)
         Raise("Change");
 }
 
@@ -226,6 +226,15 @@ void Control::Raise(std::string_view event) {
 void Control::Raise(std::string_view event, EventArgs& args) {
     args.Index = index_;
     form_.RaiseEvent(*this, event, args);
+}
+
+void Control::unselectGroup() {
+    // The option buttons of one container exclude each other, whoever selects one.
+    const std::string container = Container();
+    for (const auto& other : form_.Controls())
+        if (other.get() != this && other->Kind() == ControlKind::OptionButton &&
+            other->Value().BoolValue() && sameName(other->Container(), container))
+            other->SetValue(Variant(false));
 }
 
 void Control::notify(std::string_view name) {

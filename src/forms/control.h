@@ -114,6 +114,7 @@ class Control {
     void ZOrder(int position) { SetProperty("ZOrder", Variant(position)); }
 
   private:
+    void unselectGroup();
     void notify(std::string_view name);
 
     Form& form_;

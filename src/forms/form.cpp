@@ -4,7 +4,6 @@
 #include "base/vb_error.h"
 
 namespace {
-constexpr int NoSuchControl = 340;
 
 std::string handlerKey(std::string_view control, std::string_view event) {
     return std::string(control) + "_" + std::string(event);
@@ -40,7 +39,7 @@ Control& Form::operator()(std::string_view name, int index) const {
     if (!c) {
         std::string what =
             std::string(name) + (index >= 0 ? "(" + std::to_string(index) + ")" : "");
-        throw VbError(NoSuchControl, "no control " + name_ + "." + what);
+        throw VbError(vberr::ControlArrayElementMissing, "no control " + name_ + "." + what);
     }
     return *c;
 }
@@ -62,13 +61,15 @@ void Form::RaiseEvent(Control& control, std::string_view event, EventArgs& args)
 
 Variant Form::Property(std::string_view name) const {
     auto it = props_.find(name);
-    if (it == props_.end()) throw VbError(438, "Object doesn't support this property or method");
+    if (it == props_.end())
+        throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
     return it->second;
 }
 
 void Form::SetProperty(std::string_view name, const Variant& value) {
     auto it = props_.find(name);
-    if (it == props_.end()) throw VbError(438, "Object doesn't support this property or method");
+    if (it == props_.end())
+        throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
     if (it->second.IsString())
         it->second = Variant(textOf(value));
     else if (it->second.Type() == VarType::Boolean)

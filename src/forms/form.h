@@ -31,6 +31,12 @@ class Form {
     using Handler = std::function<void(EventArgs&)>;
     // The procedure of a control's event ("cmdNext", "Click"); arrays share one procedure.
     void On(std::string_view control, std::string_view event, Handler handler);
+    // A control's Click procedure: a procedure of the form itself, without arguments.
+    template <class F>
+    void OnClick(std::string_view control, void (F::*procedure)()) {
+        F* self = static_cast<F*>(this);
+        On(control, "Click", [self, procedure](EventArgs&) { (self->*procedure)(); });
+    }
     bool HasHandler(std::string_view control, std::string_view event) const;
     void RaiseEvent(Control& control, std::string_view event, EventArgs& args);
 

@@ -45,9 +45,16 @@ void Runtime::Register(const std::string& name, Factory factory) {
 
 Form& Runtime::Create(const std::string& name) {
     auto it = factories_.find(name);
-    if (it == factories_.end()) throw VbError(340, "no form " + name);
+    if (it == factories_.end()) throw VbError(vberr::ControlArrayElementMissing, "no form " + name);
     forms_.push_back(it->second());
     return *forms_.back();
+}
+
+std::vector<std::string> Runtime::RegisteredNames() const {
+    std::vector<std::string> names;
+    for (const auto& [name, factory] : factories_)
+        names.push_back(name);
+    return names;
 }
 
 Form& Runtime::Get(const std::string& name) {

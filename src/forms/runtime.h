@@ -38,6 +38,7 @@ class Runtime {
     using Factory = std::function<std::unique_ptr<Form>()>;
     void Register(const std::string& name, Factory factory);
     bool Registered(const std::string& name) const { return factories_.count(name) > 0; }
+    std::vector<std::string> RegisteredNames() const;
     // The form's default instance, made on first use (not loaded by this).
     Form& Get(const std::string& name);
     // A further instance of a registered form, as New makes it.

@@ -49,3 +49,22 @@ Variant VarTable::Get(std::string_view expression) const {
     if (it == arrays2_.end()) throw unknown();
     return it->second(index(indexes.substr(0, comma)), index(indexes.substr(comma + 1)));
 }
+
+std::vector<std::string> VarTable::Names() const {
+    std::vector<std::string> names;
+    for (const auto& [name, read] : scalars_)
+        names.push_back(name);
+    for (const auto& [name, read] : arrays_)
+        names.push_back(name);
+    for (const auto& [name, read] : arrays2_)
+        names.push_back(name);
+    return names;
+}
+
+Variant objectValue(const void* object) {
+    return Variant(object ? "Object" : "Nothing");
+}
+
+void vars_detail::outOfRange() {
+    throw VbError(vberr::SubscriptOutOfRange);
+}

@@ -263,6 +263,7 @@ void Products::Command4_Click() {
     if (when(on, [&] { return Command4.Caption() == "Thumbnails"; })) {
         on([&] { Command4.SetCaption("Cancel"); });
         on([&] { Mod().ThumbsMode = true; });
+        on([&] { MakeThumbs(); });
     } else {
         on([&] { Command4.SetCaption("Thumbnails"); });
         on([&] { Mod().ThumbsMode = false; });

@@ -129,6 +129,7 @@ void Products::cmdEditRec_Click() {
     Module& m = Mod();
     if (when(on, [&] { return (*this)("cmdShowPic").Caption() != "View Mode"; })) {
         on([&] { m.BulkEditMode = true; });
+        on([&] { GetFiles(); });
         while (when(on, [&] { return m.BulkEditMode; }))
             on([&] { Runtime::Current().WaitForUser(); });
         on([&] { ReBuildDB(); });
@@ -140,6 +141,7 @@ void Products::Command3_Click() {
     on([&] { ExportMode = true; });
     on([&] { (*this)("cmdSelectAll").SetVisible(true); });
     on([&] { (*this)("cmdUnSelect").SetVisible(true); });
+    on([&] { GetFiles(); });
 }
 
 void Products::Command16_Click() {
@@ -179,19 +181,18 @@ void Products::txtFields_DblClick(int Index) {
 }
 
 void Products::wireEditing() {
-    auto click = [&](const char* control, void (Products::*procedure)()) {
-        On(control, "Click", [this, procedure](EventArgs&) { (this->*procedure)(); });
-    };
-    click("cmdAdd", &Products::cmdAdd_Click);
-    click("cmdEdit", &Products::cmdEdit_Click);
-    click("cmdUpdate", &Products::cmdUpdate_Click);
-    click("cmdCancel", &Products::cmdCancel_Click);
-    click("cmdDelete", &Products::cmdDelete_Click);
-    click("cmdRefresh", &Products::cmdRefresh_Click);
-    click("cmdReset", &Products::cmdReset_Click);
-    click("Command16", &Products::Command16_Click);
-    click("mnuRestore", &Products::mnuRestore_Click);
-    click("mnuRestoreLabels", &Products::mnuRestoreLabels_Click);
+    OnClick("cmdAdd", &Products::cmdAdd_Click);
+    OnClick("cmdEdit", &Products::cmdEdit_Click);
+    OnClick("cmdUpdate", &Products::cmdUpdate_Click);
+    OnClick("cmdCancel", &Products::cmdCancel_Click);
+    OnClick("cmdDelete", &Products::cmdDelete_Click);
+    OnClick("cmdRefresh", &Products::cmdRefresh_Click);
+    OnClick("cmdReset", &Products::cmdReset_Click);
+    OnClick("cmdEditRec", &Products::cmdEditRec_Click);
+    OnClick("Command3", &Products::Command3_Click);
+    OnClick("Command16", &Products::Command16_Click);
+    OnClick("mnuRestore", &Products::mnuRestore_Click);
+    OnClick("mnuRestoreLabels", &Products::mnuRestoreLabels_Click);
     On("txtFields", "DblClick", [this](EventArgs& e) { txtFields_DblClick(e.Index); });
     On("Label3", "DblClick", [this](EventArgs& e) { Label3_DblClick(e.Index); });
 }

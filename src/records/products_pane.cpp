@@ -41,15 +41,6 @@ std::int16_t& mark(int i) {
 
 }  // namespace
 
-void Products::registerPaneVars() {
-    Vars().Add("ContinueFlag", [this] { return Variant(ContinueFlag); });
-    Vars().Add("LinkNumber", [this] { return Variant::Long(LinkNumber); });
-    Vars().Add("LastBox", [this] { return Variant::Integer(LastBox); });
-    Vars().Add("EditPlacements", [this] { return Variant(EditPlacements); });
-    Vars().Add("ImportKind", [this] { return Variant::Integer(ImportKind); });
-    Vars().Add("ExitAfterRun", [this] { return ExitAfterRun; });
-}
-
 // The router. The checks run in their order and the first that applies ends the event.
 void Products::Wb1_BeforeNavigate2(const std::string& url, bool& Cancel) {
     Trap ignore = Trap::Ignoring();

@@ -22,8 +22,8 @@ const char* const ContinueLink =
 }  // namespace
 
 void Products::wireSearch() {
-    On("cmdSearch", "Click", [this](EventArgs&) { cmdSearch_Click(); });
-    On("cmdDetSearch", "Click", [this](EventArgs&) { cmdDetSearch_Click(); });
+    OnClick("cmdSearch", &Products::cmdSearch_Click);
+    OnClick("cmdDetSearch", &Products::cmdDetSearch_Click);
     On("txtSrch", "GotFocus", [this](EventArgs&) { txtSrch_GotFocus(); });
     On("txtSrch", "KeyPress", [this](EventArgs& e) { txtSrch_KeyPress(e.KeyAscii); });
 }

@@ -119,10 +119,6 @@ Search::Search() : Form("Search") {
     SetNum("Height", 6690);
     createControls();
     wireEvents();
-    keepOptionGroups();
-    Vars().Add("SelectedField", [this] { return Variant::Integer(SelectedField); });
-    Vars().Add("BooleanField", [this] { return Variant(BooleanField); });
-    Vars().Add("ThenBy", [this] { return Variant(ThenBy); });
 }
 
 Search::~Search() = default;
@@ -168,26 +164,14 @@ void Search::wireEvents() {
     On("optsrch", "Click", [this](EventArgs& e) { optsrch_Click(e.Index); });
     On("optOperator", "Click", [this](EventArgs& e) { optOperator_Click(e.Index); });
     On("optSort", "Click", [this](EventArgs& e) { optSort_Click(e.Index); });
-    On("Check1", "Click", [this](EventArgs&) { Check1_Click(); });
-    On("chkReverse", "Click", [this](EventArgs&) { chkReverse_Click(); });
+    OnClick("Check1", &Search::Check1_Click);
+    OnClick("chkReverse", &Search::chkReverse_Click);
     On("cmdAndOr", "Click", [this](EventArgs& e) { cmdAndOr_Click(e.Index); });
     On("txtSearch", "Change", [this](EventArgs&) { txtSearch_Change(); });
     On("txtSearch", "KeyPress", [this](EventArgs& e) { txtSearch_KeyPress(e.KeyAscii); });
-    On("cmdSrch", "Click", [this](EventArgs&) { cmdSrch_Click(); });
-    On("cmdCancel", "Click", [this](EventArgs&) { cmdCancel_Click(); });
-    On("cmdStartOver", "Click", [this](EventArgs&) { cmdStartOver_Click(); });
-}
-
-void Search::keepOptionGroups() {
-    // Selecting an option button unselects the others of its array before its Click runs.
-    Observe([](Form& form, Control* c, std::string_view property) {
-        if (!c || c->Kind() != ControlKind::OptionButton || property != "Value" ||
-            !c->Value().BoolValue())
-            return;
-        for (const auto& other : form.Controls())
-            if (other.get() != c && other->Name() == c->Name() && other->Value().BoolValue())
-                other->SetValue(Variant(false));
-    });
+    OnClick("cmdSrch", &Search::cmdSrch_Click);
+    OnClick("cmdCancel", &Search::cmdCancel_Click);
+    OnClick("cmdStartOver", &Search::cmdStartOver_Click);
 }
 
 void Search::clearPieces(Trap& on) {
@@ -363,6 +347,8 @@ void Search::cmdAndOr_Click(int Index) {
     on([&] { (*this)("optOperator", NullOperator).SetValue(Variant(false)); });
     on([&] { txtSearch.SetText(""); });
     on([&] { txtSearch.Raise("GotFocus"); });
+    // The accumulated conditions changed, even where the value box was empty already.
+    rewritePreview(on);
 }
 
 void Search::txtSearch_Change() {
@@ -410,4 +396,5 @@ void Search::cmdStartOver_Click() {
     on([&] { optSort_Click(2); });
     on([&] { m.SearchAccum = Variant(""); });
     on([&] { (*this)("txtSearch").SetText(""); });
+    rewritePreview(on);
 }

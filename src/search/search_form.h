@@ -16,10 +16,10 @@ class Search : public Form {
     ~Search() override;
 
     // Form-level state.
-    std::int16_t SelectedField = 0;  // the index of the chosen field
-    bool BooleanField = false;
-    bool ThenBy = false;
-    std::unique_ptr<DataControl> Data1;  // opens Products by name to read column names
+    NAMED_VAR(std::int16_t, SelectedField);  // the index of the chosen field
+    NAMED_VAR(bool, BooleanField);
+    NAMED_VAR(bool, ThenBy);
+    NAMED_VAR(std::unique_ptr<DataControl>, Data1);  // opens Products by name for column names
 
     void Form_Load() override;
     void optsrch_Click(int Index);
@@ -37,8 +37,6 @@ class Search : public Form {
   private:
     void createControls();
     void wireEvents();
-    // Only one option button of a group is selected at a time.
-    void keepOptionGroups();
     // The pieces of the condition back to nothing, as the form opens.
     void clearPieces(Trap& on);
     // Text1 shows the accumulated conditions, the one being built and the sort.

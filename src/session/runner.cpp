@@ -19,6 +19,7 @@
 #include "base/vb_error.h"
 #include "forms/runtime.h"
 #include "forms/settings.h"
+#include "forms/user_input.h"
 #include "records/recordset.h"
 #include "session/script.h"
 #include "session/scripted_ui.h"
@@ -32,8 +33,6 @@ namespace {
 // Passes of a wait for the user, with the script at its end, after which the program is
 // taken to wait for ever.
 constexpr long MaxIdlePasses = 100000;
-// UnloadMode of a close by the window's frame.
-constexpr int vbFormControlMenu = 0;
 
 bool sameName(std::string_view a, std::string_view b) {
     return UCase(a) == UCase(b);
@@ -152,6 +151,13 @@ class Session : public ScriptedUi::Host {
         endLine_.line = script_.lastLine + 1;
         endLine_.text = "end of script";
         setClock(&clock_);
+        // A statement naming a control, property or form the program lacks is our mistake.
+        NamingFaultWatcher before = WatchNamingFaults([this](int number, const std::string& d) {
+            const Command& line = pos_ > 0 ? script_.commands[pos_ - 1] : endLine_;
+            Fail(line, "",
+                 "a statement naming what the program does not have: error " +
+                     std::to_string(number) + " (" + d + ")");
+        });
         while (pos_ < script_.commands.size() && !failure_) {
             const Command& c = script_.commands[pos_++];
             try {
@@ -161,6 +167,7 @@ class Session : public ScriptedUi::Host {
             }
         }
         finish();
+        WatchNamingFaults(std::move(before));
         if (failure_) return *failure_;
         ScriptResult ok;
         ok.passed = true;
@@ -422,6 +429,10 @@ class Session : public ScriptedUi::Host {
                     ensureFolder(c);
                     fs::remove_all(ScriptPath(c.a));
                     break;
+                case Op::Copy:
+                    ensureFolder(c);
+                    copyIn(c);
+                    break;
                 case Op::Today:
                     clock_.set(c.size);
                     break;
@@ -436,6 +447,16 @@ class Session : public ScriptedUi::Host {
         } catch (const std::exception& e) {
             Fail(c, "", e.what());
         }
+    }
+
+    // A file or folder from beside the script into the program folder.
+    void copyIn(const Command& c) {
+        fs::path from = replaceApp(c.a, folder_);
+        if (from.is_relative()) from = fs::absolute(fs::path(name_).parent_path()) / from;
+        if (!fs::exists(from)) Fail(c, "a file or folder " + shownText(from.string()), "none");
+        fs::path to = ScriptPath(c.b);
+        if (to.has_parent_path()) fs::create_directories(to.parent_path());
+        fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     }
 
     // --- Forms and controls --------------------------------------------------------------
@@ -473,33 +494,26 @@ class Session : public ScriptedUi::Host {
 
     void perform(const Command& c) {
         switch (c.op) {
-            case Op::Click: {
-                Control& x = reachable(c, c.ref);
-                if (x.Kind() == ControlKind::CheckBox)
-                    x.SetValue(Variant::Integer(CDbl(x.Value()) != 0 ? 0 : 1));
-                else if (x.Kind() == ControlKind::OptionButton)
-                    x.SetValue(Variant(true));
-                else
-                    x.Raise("Click");
+            case Op::Click:
+                UserInput::Click(reachable(c, c.ref));
                 break;
-            }
             case Op::DblClick:
-                reachable(c, c.ref).Raise("DblClick");
+                UserInput::DblClick(reachable(c, c.ref));
                 break;
             case Op::Type: {
                 Control& x = reachable(c, c.ref);
                 if (!x.HasProperty("Text")) Fail(c, "a text box", c.ref.controlShown());
-                x.SetText(replaceApp(c.a, folder_));
+                UserInput::Type(x, replaceApp(c.a, folder_));
                 break;
             }
             case Op::Key:
                 key(c);
                 break;
             case Op::Focus:
-                controlOf(c, c.ref).Raise("GotFocus");
+                UserInput::Focus(controlOf(c, c.ref));
                 break;
             case Op::Blur:
-                controlOf(c, c.ref).Raise("LostFocus");
+                UserInput::Blur(controlOf(c, c.ref));
                 break;
             case Op::Select:
             case Op::SelectItem: {
@@ -510,14 +524,10 @@ class Session : public ScriptedUi::Host {
                     Fail(c, "an item from 0 to " + std::to_string(x.ListCount() - 1),
                          std::to_string(x.ListCount()) + " items");
                 int i = static_cast<int>(c.n);
-                if (c.op == Op::SelectItem) {
-                    x.SetSelected(i, !c.cancel);
-                    x.Raise("Click");
-                } else if (x.ListIndex() == i) {
-                    x.Raise("Click");
-                } else {
-                    x.SetListIndex(i);
-                }
+                if (c.op == Op::SelectItem)
+                    UserInput::SelectItem(x, i, !c.cancel);
+                else
+                    UserInput::Select(x, i);
                 break;
             }
             case Op::Slide: {
@@ -529,8 +539,7 @@ class Session : public ScriptedUi::Host {
                          "a value from " + CStr(Variant::Double(lo)) + " to " +
                              CStr(Variant::Double(hi)),
                          std::to_string(c.n));
-                x.SetProperty("Value", Variant(static_cast<int>(c.n)));
-                x.Raise("Scroll");
+                UserInput::Slide(x, static_cast<int>(c.n));
                 break;
             }
             case Op::GridRow: {
@@ -545,26 +554,20 @@ class Session : public ScriptedUi::Host {
                 }
                 if (c.n < 1 || c.n > count)
                     Fail(c, "a row from 1 to " + std::to_string(count), std::to_string(c.n));
-                grid.Raise("Click");
-                if (!grid.Parent().IsLoaded()) break;
-                rs->SetAbsolutePosition(c.n);
-                grid.Raise("RowColChange");
+                UserInput::GridRow(grid, static_cast<long>(c.n));
                 break;
             }
             case Op::Drag: {
+                // A script names no point: the source is let go over the middle of the target.
                 Control& source = controlOf(c, c.ref);
                 Control& target = controlOf(c, c.ref2);
-                EventArgs args;
-                args.Source = &source;
-                target.Raise("DragDrop", args);
+                UserInput::Drag(source, target, static_cast<float>(target.Num("Width") / 2),
+                                static_cast<float>(target.Num("Height") / 2));
                 break;
             }
-            case Op::MouseUp: {
-                EventArgs args;
-                args.Button = static_cast<int>(c.n);
-                controlOf(c, c.ref).Raise("MouseUp", args);
+            case Op::MouseUp:
+                UserInput::MouseUp(controlOf(c, c.ref), {static_cast<int>(c.n), 0, 0, 0}, false);
                 break;
-            }
             case Op::Link: {
                 HeadlessPane& pane = paneOf(c);
                 std::string word = replaceApp(c.a, folder_);
@@ -578,16 +581,16 @@ class Session : public ScriptedUi::Host {
                 paneOf(c).UserNavigate(replaceApp(c.a, folder_));
                 break;
             case Op::Close:
-                rt_->Unload(formOf(c, c.ref.form), vbFormControlMenu);
+                UserInput::CloseByFrame(formOf(c, c.ref.form));
                 break;
             case Op::Activate:
-                rt_->Activate(formOf(c, c.ref.form));
+                UserInput::Activate(formOf(c, c.ref.form));
                 break;
             case Op::Minimize:
-                formOf(c, c.ref.form).SetProperty("WindowState", Variant(1));
+                UserInput::SetWindowState(formOf(c, c.ref.form), 1);
                 break;
             case Op::Restore:
-                formOf(c, c.ref.form).SetProperty("WindowState", Variant(0));
+                UserInput::SetWindowState(formOf(c, c.ref.form), 0);
                 break;
             default:
                 break;
@@ -596,42 +599,10 @@ class Session : public ScriptedUi::Host {
 
     void key(const Command& c) {
         const int code = static_cast<int>(c.n), shift = c.shift;
-        const int ascii = keyAscii(code, shift);
-        if (c.ref.control.empty()) {
-            Form& form = formOf(c, c.ref.form);
-            int keyCode = code;
-            form.Form_KeyDown(keyCode, shift);
-            if (ascii && form.IsLoaded()) {
-                int keyAscii = ascii;
-                form.Form_KeyPress(keyAscii);
-            }
-            return;
-        }
-        Control& x = reachable(c, c.ref);
-        Form& form = x.Parent();
-        int keyCode = code;
-        if (form.KeyPreview()) form.Form_KeyDown(keyCode, shift);
-        if (keyCode != 0 && form.IsLoaded()) {
-            EventArgs args;
-            args.KeyCode = keyCode;
-            args.Shift = shift;
-            x.Raise("KeyDown", args);
-        }
-        if (ascii && form.IsLoaded()) {
-            int keyAscii = ascii;
-            if (form.KeyPreview()) form.Form_KeyPress(keyAscii);
-            if (keyAscii != 0 && form.IsLoaded()) {
-                EventArgs args;
-                args.KeyAscii = keyAscii;
-                x.Raise("KeyPress", args);
-            }
-        }
-        if (form.IsLoaded()) {
-            EventArgs args;
-            args.KeyCode = code;
-            args.Shift = shift;
-            x.Raise("KeyUp", args);
-        }
+        Control* x = c.ref.control.empty() ? nullptr : &reachable(c, c.ref);
+        Form& form = x ? x->Parent() : formOf(c, c.ref.form);
+        UserInput::KeyDown(form, x, code, shift, keyAscii(code, shift));
+        if (x) UserInput::KeyUp(*x, code, shift);
     }
 
     // --- Check lines -------------------------------------------------------------------

@@ -430,6 +430,7 @@ LineKind Command::kind() const {
         case Op::WriteFile:
         case Op::WriteBytes:
         case Op::Delete:
+        case Op::Copy:
         case Op::Today:
         case Op::Setting:
         case Op::Start:
@@ -479,6 +480,11 @@ Command parseLine(std::string_view line, int number) {
         c.op = Op::Delete;
         c.a = r.text(1, "a path");
         r.end(2);
+    } else if (verb == "copy") {
+        c.op = Op::Copy;
+        c.a = r.text(1, "the path to copy from");
+        c.b = r.text(2, "the path to copy to");
+        r.end(3);
     } else if (verb == "today") {
         c.op = Op::Today;
         const std::string& d = r.bare(1, "a date YYYY-MM-DD");

@@ -60,6 +60,7 @@ enum class Op {
     WriteFile,
     WriteBytes,
     Delete,
+    Copy,
     Today,
     Setting,
     Start,

@@ -22,7 +22,7 @@ frmAbout::frmAbout() : Form("frmAbout") {
     add("lblDisclaimer", 0, 255, 1500, 5200, 450);
     add("lblDisclaimer", 1, 255, 2000, 5200, 450);
     add("cmdOK", -1, 4245, 2700, 1260, 345).SetCaption("OK");
-    On("cmdOK", "Click", [this](EventArgs&) { cmdOK_Click(); });
+    OnClick("cmdOK", &frmAbout::cmdOK_Click);
 }
 
 void frmAbout::Form_Load() {

@@ -33,9 +33,9 @@ frmTip::frmTip() : Form("frmTip") {
         .SetCaption("&Next Tip");
     place(Add("chkLoadTipsAtStartup", ControlKind::CheckBox), 120, 2880, 3000, 315)
         .SetCaption("&Show Tips at Startup");
-    On("cmdOK", "Click", [this](EventArgs&) { cmdOK_Click(); });
-    On("cmdNextTip", "Click", [this](EventArgs&) { cmdNextTip_Click(); });
-    On("chkLoadTipsAtStartup", "Click", [this](EventArgs&) { chkLoadTipsAtStartup_Click(); });
+    OnClick("cmdOK", &frmTip::cmdOK_Click);
+    OnClick("cmdNextTip", &frmTip::cmdNextTip_Click);
+    OnClick("chkLoadTipsAtStartup", &frmTip::chkLoadTipsAtStartup_Click);
 }
 
 void frmTip::Form_Load() {

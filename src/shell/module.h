@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/variant.h"
+#include "forms/vars.h"
 
 class Products;
 class Runtime;
@@ -15,67 +16,82 @@ class Runtime;
 struct Module {
     template <class T>
     using Layout = std::array<std::array<T, 21>, 2>;  // side 0 catalogue page, 1 detail page
+    template <class T>
+    using Boxes = std::array<std::array<T, 9>, 2>;
+    template <class T>
+    using BoxLists = std::array<std::array<T, 31>, 2>;
 
-    Products* MainForm = nullptr;
-    std::string DBName;
-    Variant AppDir;
-    Variant PictureDir;
-    std::int16_t LoopI = 0, LoopJ = 0;
-    bool StartingUp = false;
-    Variant HelpShowing;
-    Variant HelpPage;
-    Variant HelpPageFile;
-    std::vector<std::int16_t> Marks;
-    std::int16_t MarkRow = 0;
-    std::string LastUrl;
-    bool ThumbsMode = false;
-    Variant DeleteChoice;
-    bool BulkEditMode = false;
-    Variant SearchCriteria;
-    Variant SearchFormOpen;
-    std::int16_t SoldQty = 0;
-    std::int16_t SaleQty = 0;
-    bool SaleMode = false;
-    Variant SalePrice;
-    Variant PassedKey;
-    Variant OrderOpen;
-    Variant ViewOrderKey;
-    Variant SearchOrder;
+    // Each variable is readable by its name in the table given.
+    explicit Module(VarTable& table) : vars_(table) {}
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
+    VarTable& Vars() { return vars_; }
+
+  private:
+    VarTable& vars_;
+
+  public:
+    NAMED_VAR(Products*, MainForm);
+    NAMED_VAR(std::string, DBName);
+    NAMED_VAR(Variant, AppDir);
+    NAMED_VAR(Variant, PictureDir);
+    NAMED_VAR(std::int16_t, LoopI);
+    NAMED_VAR(std::int16_t, LoopJ);
+    NAMED_VAR(bool, StartingUp);
+    NAMED_VAR(Variant, HelpShowing);
+    NAMED_VAR(Variant, HelpPage);
+    NAMED_VAR(Variant, HelpPageFile);
+    NAMED_VAR(std::vector<std::int16_t>, Marks);
+    NAMED_VAR(std::int16_t, MarkRow);
+    NAMED_VAR(std::string, LastUrl);
+    NAMED_VAR(bool, ThumbsMode);
+    NAMED_VAR(Variant, DeleteChoice);
+    NAMED_VAR(bool, BulkEditMode);
+    NAMED_VAR(Variant, SearchCriteria);
+    NAMED_VAR(Variant, SearchFormOpen);
+    NAMED_VAR(std::int16_t, SoldQty);
+    NAMED_VAR(std::int16_t, SaleQty);
+    NAMED_VAR(bool, SaleMode);
+    NAMED_VAR(Variant, SalePrice);
+    NAMED_VAR(Variant, PassedKey);
+    NAMED_VAR(Variant, OrderOpen);
+    NAMED_VAR(Variant, ViewOrderKey);
+    NAMED_VAR(Variant, SearchOrder);
     // The pieces of the condition the detailed search form is building.
-    Variant SearchField;
-    Variant SearchOperator;
-    Variant SearchOpen;
-    Variant SearchClose;
-    Variant SearchAccum;
-    bool ReverseOrder = false;
-    Variant OrderTotals;
-    Variant OrderTaxRate;
-    Variant NewOrder;
-    bool TipsAsked = false;
+    NAMED_VAR(Variant, SearchField);
+    NAMED_VAR(Variant, SearchOperator);
+    NAMED_VAR(Variant, SearchOpen);
+    NAMED_VAR(Variant, SearchClose);
+    NAMED_VAR(Variant, SearchAccum);
+    NAMED_VAR(bool, ReverseOrder);
+    NAMED_VAR(Variant, OrderTotals);
+    NAMED_VAR(Variant, OrderTaxRate);
+    NAMED_VAR(Variant, NewOrder);
+    NAMED_VAR(bool, TipsAsked);
 
     // The page layout.
-    std::int16_t ItemsPerRow = 0;
-    std::int16_t ItemsPerPage = 0;
-    std::string PageAlign;
-    std::string ImageSizeAttr;
-    Variant ImageBorder;
-    Variant LayoutSide;
-    Layout<std::int16_t> FontSizeOf{};
-    Layout<std::string> FontColorOf;
-    Layout<std::string> FontNameOf;
-    Layout<std::string> BoldOn;
-    Layout<std::string> ItalicOn;
-    Layout<std::string> StrikeOn;
-    Layout<std::string> UnderlineOn;
-    Layout<std::string> CloseTags;
-    std::array<std::array<std::int16_t, 9>, 2> BoxField{};
-    std::array<std::array<Variant, 9>, 2> BoxOrder;
-    std::array<std::array<Variant, 31>, 2> BoxListIndex;
+    NAMED_VAR(std::int16_t, ItemsPerRow);
+    NAMED_VAR(std::int16_t, ItemsPerPage);
+    NAMED_VAR(std::string, PageAlign);
+    NAMED_VAR(std::string, ImageSizeAttr);
+    NAMED_VAR(Variant, ImageBorder);
+    NAMED_VAR(Variant, LayoutSide);
+    NAMED_VAR(Layout<std::int16_t>, FontSizeOf);
+    NAMED_VAR(Layout<std::string>, FontColorOf);
+    NAMED_VAR(Layout<std::string>, FontNameOf);
+    NAMED_VAR(Layout<std::string>, BoldOn);
+    NAMED_VAR(Layout<std::string>, ItalicOn);
+    NAMED_VAR(Layout<std::string>, StrikeOn);
+    NAMED_VAR(Layout<std::string>, UnderlineOn);
+    NAMED_VAR(Layout<std::string>, CloseTags);
+    NAMED_VAR(Boxes<std::int16_t>, BoxField);
+    NAMED_VAR(Boxes<Variant>, BoxOrder);
+    NAMED_VAR(BoxLists<Variant>, BoxListIndex);
 };
 
 // The shared variables of the running program.
 Module& Mod();
 
-// A fresh start of the program: every shared variable back to zero or empty, and each made
-// readable by name in the runtime's module variables.
+// A fresh start of the program: every shared variable back to zero or empty, each readable
+// by name in the runtime's module variables.
 void startModule(Runtime& rt);

@@ -20,25 +20,27 @@ class Products : public Form {
     ~Products() override;
 
     // Form-level state.
-    std::unique_ptr<Connection> CatalogConn;
-    std::unique_ptr<Recordset> adoPrimaryRS;
-    std::unique_ptr<Recordset> adoprimaryrs2;
-    std::unique_ptr<DataControl> Data1, Data2, Data3;
-    bool mbEditFlag = false;
-    bool mbAddNewFlag = false;
-    bool mbDataChanged = false;
-    Variant mvBookMark;
-    Variant ExitAfterRun;
-    bool GridClicked = false;
-    bool ExportMode = false;  // Export DB is running
-    bool Searching = false;   // true while SearchForIt runs
+    NAMED_VAR(std::unique_ptr<Connection>, CatalogConn);
+    NAMED_VAR(std::unique_ptr<Recordset>, adoPrimaryRS);
+    NAMED_VAR(std::unique_ptr<Recordset>, adoprimaryrs2);
+    NAMED_VAR(std::unique_ptr<DataControl>, Data1);
+    NAMED_VAR(std::unique_ptr<DataControl>, Data2);
+    NAMED_VAR(std::unique_ptr<DataControl>, Data3);
+    NAMED_VAR(bool, mbEditFlag);
+    NAMED_VAR(bool, mbAddNewFlag);
+    NAMED_VAR(bool, mbDataChanged);
+    NAMED_VAR(Variant, mvBookMark);
+    NAMED_VAR(Variant, ExitAfterRun);
+    NAMED_VAR(bool, GridClicked);
+    NAMED_VAR(bool, ExportMode);  // Export DB is running
+    NAMED_VAR(bool, Searching);   // true while SearchForIt runs
 
     // Set by the pane's link commands; the bulk tools wait on them.
-    bool ContinueFlag = false;
-    std::int32_t LinkNumber = 0;  // the number of the last GF- link
-    std::int16_t LastBox = 0;     // the number of a DB- link; the board's last box
-    bool EditPlacements = false;
-    std::int16_t ImportKind = 0;  // 7 for a database source
+    NAMED_VAR(bool, ContinueFlag);
+    NAMED_VAR(std::int32_t, LinkNumber);  // the number of the last GF- link
+    NAMED_VAR(std::int16_t, LastBox);     // the number of a DB- link; the board's last box
+    NAMED_VAR(bool, EditPlacements);
+    NAMED_VAR(std::int16_t, ImportKind);  // 7 for a database source
 
     // The pane, and the control that gives it its place on the form.
     Pane& Wb1();
@@ -124,6 +126,9 @@ class Products : public Form {
     void GetFiles();
     void ChP();
 
+    // The web catalogue (webcat/).
+    void MakeThumbs();
+
   private:
     // The controls, one group each (shell/products_controls.cpp).
     void createRecordControls();
@@ -137,8 +142,6 @@ class Products : public Form {
     void wirePane();
     void wireEditing();
     void wireSearch();
-    // The form-level variables of the pane's links, readable by name.
-    void registerPaneVars();
 
     // A record set of the form, with its move event going to the form's handler.
     std::unique_ptr<Recordset> primarySet();

@@ -99,7 +99,6 @@ Products::Products() : Form("Products") {
     wirePane();
     wireEditing();
     wireSearch();
-    registerPaneVars();
     // A change typed into a bound box goes into the row's pending edit.
     Observe([this](Form&, Control* c, std::string_view property) {
         if (c) binding.Changed(*c, property);
@@ -118,6 +117,15 @@ void Products::createPanels() {
     add(*this, "Frame11", ControlKind::Frame, -1, {50, 0, 9280, 5700},
         "Drag The Boxes On The Right To The Boxes On The Left To Where You Want Each Item "
         "Included")
+        .SetVisible(false);
+    // Shown by Export DB only.
+    inside(add(*this, "cmdSelectAll", ControlKind::CommandButton, -1, {7600, 5000, 1500, 300},
+               "Select ALL"),
+           "Frame11")
+        .SetVisible(false);
+    inside(add(*this, "cmdUnSelect", ControlKind::CommandButton, -1, {7600, 5340, 1500, 300},
+               "Un-Select ALL"),
+           "Frame11")
         .SetVisible(false);
     add(*this, "Frame12", ControlKind::Frame, -1, {0, 0, 9300, 7200}, "Page Setup")
         .SetVisible(false);
@@ -266,33 +274,30 @@ void Products::createMenus() {
 }
 
 void Products::wireEvents() {
-    auto click = [&](const char* control, void (Products::*procedure)()) {
-        On(control, "Click", [this, procedure](EventArgs&) { (this->*procedure)(); });
-    };
-    click("mnuFileExit", &Products::mnuFileExit_Click);
-    click("cmdClose", &Products::cmdClose_Click);
-    click("mnuDataProducts", &Products::mnuDataProducts_Click);
-    click("mnuDatafrmInventory", &Products::mnuDatafrmInventory_Click);
-    click("mnuDatafrmInvoice", &Products::mnuDatafrmInvoice_Click);
-    click("mnuDatafrmOrders", &Products::mnuDatafrmOrders_Click);
-    click("mnuDatafrmSales", &Products::mnuDatafrmSales_Click);
-    click("mnuDatafrmSetup", &Products::mnuDatafrmSetup_Click);
-    click("mnuDatafrmSupplier", &Products::mnuDatafrmSupplier_Click);
-    click("mnuHelpTip", &Products::mnuHelpTip_Click);
-    click("mnuHelpAbout", &Products::mnuHelpAbout_Click);
-    click("cmdFirst", &Products::cmdFirst_Click);
-    click("cmdLast", &Products::cmdLast_Click);
-    click("cmdNext", &Products::cmdNext_Click);
-    click("cmdPrevious", &Products::cmdPrevious_Click);
-    click("cmdGrid", &Products::cmdGrid_Click);
-    click("grddatagrid", &Products::grdDataGrid_Click);
+    OnClick("mnuFileExit", &Products::mnuFileExit_Click);
+    OnClick("cmdClose", &Products::cmdClose_Click);
+    OnClick("mnuDataProducts", &Products::mnuDataProducts_Click);
+    OnClick("mnuDatafrmInventory", &Products::mnuDatafrmInventory_Click);
+    OnClick("mnuDatafrmInvoice", &Products::mnuDatafrmInvoice_Click);
+    OnClick("mnuDatafrmOrders", &Products::mnuDatafrmOrders_Click);
+    OnClick("mnuDatafrmSales", &Products::mnuDatafrmSales_Click);
+    OnClick("mnuDatafrmSetup", &Products::mnuDatafrmSetup_Click);
+    OnClick("mnuDatafrmSupplier", &Products::mnuDatafrmSupplier_Click);
+    OnClick("mnuHelpTip", &Products::mnuHelpTip_Click);
+    OnClick("mnuHelpAbout", &Products::mnuHelpAbout_Click);
+    OnClick("cmdFirst", &Products::cmdFirst_Click);
+    OnClick("cmdLast", &Products::cmdLast_Click);
+    OnClick("cmdNext", &Products::cmdNext_Click);
+    OnClick("cmdPrevious", &Products::cmdPrevious_Click);
+    OnClick("cmdGrid", &Products::cmdGrid_Click);
+    OnClick("grddatagrid", &Products::grdDataGrid_Click);
     On("grddatagrid", "RowColChange", [this](EventArgs&) { grdDataGrid_RowColChange(); });
     On("Slider1", "Scroll", [this](EventArgs&) { Slider1_Scroll(); });
-    click("cmdShowPicPath", &Products::cmdShowPicPath_Click);
-    click("cmdShowPic", &Products::cmdShowPic_Click);
-    click("Command4", &Products::Command4_Click);
-    click("Command5", &Products::Command5_Click);
-    click("Command21", &Products::Command21_Click);
+    OnClick("cmdShowPicPath", &Products::cmdShowPicPath_Click);
+    OnClick("cmdShowPic", &Products::cmdShowPic_Click);
+    OnClick("Command4", &Products::Command4_Click);
+    OnClick("Command5", &Products::Command5_Click);
+    OnClick("Command21", &Products::Command21_Click);
 }
 
 Pane& Products::Wb1() {

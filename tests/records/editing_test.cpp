@@ -454,10 +454,13 @@ TEST_F(Editing, EditAllItemsDoesNothingOnTheEditScreen) {
     EXPECT_FALSE(Mod().BulkEditMode);
 }
 
-TEST_F(Editing, ExportDbSetsExportMode) {
+TEST_F(Editing, ExportDbSetsExportModeAndShowsTheSelectionButtons) {
     startWithThree();
+    EXPECT_FALSE((*f)("cmdSelectAll").Visible());
     f->Command3_Click();
     EXPECT_TRUE(f->ExportMode);
+    EXPECT_TRUE((*f)("cmdSelectAll").Visible());
+    EXPECT_TRUE((*f)("cmdUnSelect").Visible());
 }
 
 }  // namespace

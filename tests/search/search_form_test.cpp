@@ -344,10 +344,31 @@ TEST_F(SearchForm, AnAndClickWithAnEmptyValueStoresAConditionWithAnEmptyValue) {
         click("optsrch", 2);
         click("cmdAndOr", 0);
         EXPECT_EQ(m(Mod().SearchAccum), "StockNo like '**' and ");
+        EXPECT_EQ(preview(), "StockNo like '**' and StockNo like '**' Sorted by StockNo");
         click("optsrch", 7);
         click("optOperator", 2);
         click("cmdAndOr", 0);
         EXPECT_EQ(m(Mod().SearchAccum), "StockNo like '**' and Cost1 >  and ");
+        EXPECT_EQ(preview(), "StockNo like '**' and Cost1 >  and Cost1 >  Sorted by StockNo");
+    });
+}
+
+TEST_F(SearchForm, AnOrClickRewritesThePreviewToo) {
+    startWithFour();
+    withForm([this] {
+        click("optsrch", 2);
+        click("cmdAndOr", 1);
+        EXPECT_EQ(preview(), "StockNo like '**' or StockNo like '**' Sorted by StockNo");
+    });
+}
+
+TEST_F(SearchForm, StartOverAfterAJoinerLeavesNoOldConditionInThePreview) {
+    startWithFour();
+    withForm([this] {
+        click("optsrch", 2);
+        click("cmdAndOr", 0);
+        click("cmdStartOver");
+        EXPECT_EQ(preview(), "PID like '**' Sorted by StockNo");
     });
 }
 

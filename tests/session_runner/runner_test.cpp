@@ -278,7 +278,10 @@ TEST_F(RunnerTest, SelectSlideAndControlArrays) {
                          "click Main.lblCell(2)\n"
                          "expect Main.lblDone.Caption \"cell 2\"\n"
                          "drag Main.lblCell(1) Main.lblDone\n"
-                         "expect Main.lblDone.Caption \"dropped lblCell(1)\"\n");
+                         "expect Main.lblDone.Caption \"dropped lblCell(1)\"\n"
+                         "click Main.lblCell(0)\n"
+                         "drag Main.lblCell(2) Main.lblDone\n"
+                         "expect Main.lblDone.Caption \"cell 0\"\n");
     EXPECT_TRUE(r.passed) << r.report();
     EXPECT_EQ(failure(std::string(Started) + "select Main.lstItems 2\n"),
               "3: select Main.lstItems 2: expected an item from 0 to 1, found 2 items");
@@ -352,6 +355,29 @@ TEST_F(RunnerTest, FilesSettingsAndTheProgramFolder) {
             "expect pane-url \"$APPpage.htm\"\n"
             "expect pane \"<p>page</p>\"\n");
     EXPECT_TRUE(r.passed) << r.report();
+}
+
+TEST_F(RunnerTest, CopyBringsFilesAndFoldersFromBesideTheScript) {
+    fs::create_directories(root_ / "inputs" / "shots" / "deep");
+    std::ofstream(root_ / "inputs" / "pic.jpg", std::ios::binary) << std::string("\xff\xd8\0x", 4);
+    std::ofstream(root_ / "inputs" / "shots" / "deep" / "a.png") << "png";
+    std::ofstream(root_ / "elsewhere.txt") << "absolute";
+    ScriptResult r =
+        run("program-folder no-catalogue\n"
+            "copy \"inputs/pic.jpg\" \"Pictures/new/pic.jpg\"\n"
+            "expect file \"Pictures/new/pic.jpg\" \"*x\"\n"
+            "copy \"inputs/shots\" \"shots\"\n"
+            "expect file \"shots/deep/a.png\" \"png\"\n"
+            "start\n"
+            "copy \"" +
+            (root_ / "elsewhere.txt").string() +
+            "\" \"late.txt\"\n"
+            "expect file \"late.txt\" \"absolute\"\n");
+    ASSERT_TRUE(r.passed) << r.report();
+    // The script's own folder, not the working folder, is where a relative source is found.
+    EXPECT_EQ(failure("copy \"inputs/none.jpg\" \"x.jpg\"\n"),
+              "1: copy \"inputs/none.jpg\" \"x.jpg\": expected a file or folder \"" +
+                  (root_ / "inputs" / "none.jpg").string() + "\", found none");
 }
 
 TEST_F(RunnerTest, SqlOnTheCatalogue) {

@@ -37,6 +37,7 @@ class Main : public Form {
             Add("mnuPop", ControlKind::Menu, i)
                 .SetCaption(std::string("&") + "Choice " + std::to_string(i));
         }
+        (*this)("lblCell", 1).SetProperty("DragMode", Variant::Integer(1));
         (*this)("cmdDisabled").SetEnabled(false);
         (*this)("cmdHidden").SetVisible(false);
         (*this)("mnuPop", 2).SetEnabled(false);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/convert.h"
+#include "naming_faults.h"
 #include "program_fixture.h"
 #include "shell/module.h"
 #include "vb_expect.h"
@@ -196,7 +197,9 @@ TEST_F(Startup, RebuildOpensTheRecordSetsAgainOnTheCatalogue) {
 TEST_F(Startup, FormsMenuForAFormNotInTheProgramYetDoesNothing) {
     Products& f = start();
     ui.boxes.clear();
+    ExpectNamingFaults toCome;
     f("mnuDatafrmOrders").Raise("Click");
+    EXPECT_EQ(toCome.seen, std::vector<std::string>{"340 no form frmOrders"});
     EXPECT_TRUE(ui.boxes.empty());
     EXPECT_EQ(rt->Loaded("frmOrders"), nullptr);
     EXPECT_EQ(rt->MousePointer(), vb::vbDefault);

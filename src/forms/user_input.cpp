@@ -1,0 +1,146 @@
+#include "forms/user_input.h"
+
+#include "base/convert.h"
+#include "forms/control.h"
+#include "forms/form.h"
+#include "forms/runtime.h"
+#include "records/recordset.h"
+
+namespace UserInput {
+
+void Click(Control& c) {
+    if (c.Kind() == ControlKind::CheckBox)
+        c.SetValue(Variant::Integer(CDbl(c.Value()) != 0 ? 0 : 1));
+    else if (c.Kind() == ControlKind::OptionButton)
+        c.SetValue(Variant(true));
+    else
+        c.Raise("Click");
+}
+
+void DblClick(Control& c) {
+    c.Raise("DblClick");
+}
+
+void Type(Control& c, const std::string& text) {
+    c.SetText(text);
+}
+
+bool KeyDown(Form& form, Control* c, int keyCode, int shift, int ascii) {
+    const bool preview = c == nullptr || form.KeyPreview();
+    int code = keyCode;
+    if (code && preview) form.Form_KeyDown(code, shift);
+    if (c && code && form.IsLoaded()) {
+        EventArgs args;
+        args.KeyCode = code;
+        args.Shift = shift;
+        c->Raise("KeyDown", args);
+    }
+    if (!ascii || !form.IsLoaded()) return false;
+    int typed = ascii;
+    if (preview) form.Form_KeyPress(typed);
+    if (c && typed != 0 && form.IsLoaded()) {
+        EventArgs args;
+        args.KeyAscii = typed;
+        c->Raise("KeyPress", args);
+        typed = args.KeyAscii;
+    }
+    return typed == 0;
+}
+
+void KeyUp(Control& c, int keyCode, int shift) {
+    if (!c.Parent().IsLoaded()) return;
+    EventArgs args;
+    args.KeyCode = keyCode;
+    args.Shift = shift;
+    c.Raise("KeyUp", args);
+}
+
+void Select(Control& c, int index) {
+    if (c.ListIndex() == index)
+        c.Raise("Click");
+    else
+        c.SetListIndex(index);
+}
+
+void SelectItem(Control& c, int index, bool on) {
+    c.SetSelected(index, on);
+    c.Raise("Click");
+}
+
+void Slide(Control& c, int value) {
+    c.SetProperty("Value", Variant(value));
+    c.Raise("Scroll");
+}
+
+void GridRow(Control& grid, long row) {
+    grid.Raise("Click");
+    if (!grid.Parent().IsLoaded() || !grid.DataSource()) return;
+    grid.DataSource()->SetAbsolutePosition(row);
+    grid.Raise("RowColChange");
+}
+
+void Focus(Control& c) {
+    c.Raise("GotFocus");
+}
+
+void Blur(Control& c) {
+    c.Raise("LostFocus");
+}
+
+namespace {
+EventArgs mouseArgs(const Mouse& m) {
+    EventArgs args;
+    args.Button = m.button;
+    args.Shift = m.shift;
+    args.X = m.x;
+    args.Y = m.y;
+    return args;
+}
+}  // namespace
+
+void MouseDown(Control& c, const Mouse& m) {
+    EventArgs args = mouseArgs(m);
+    c.Raise("MouseDown", args);
+}
+
+void MouseUp(Control& c, const Mouse& m, bool completesClick) {
+    EventArgs args = mouseArgs(m);
+    c.Raise("MouseUp", args);
+    const ControlKind kind = c.Kind();
+    const bool reportsNoClick = kind == ControlKind::Label || kind == ControlKind::Image ||
+                                kind == ControlKind::Frame || kind == ControlKind::TextBox;
+    if (reportsNoClick && completesClick && m.button == 1 && c.Parent().IsLoaded())
+        c.Raise("Click");
+}
+
+bool Draggable(const Control& c) {
+    return c.HasProperty("DragMode") && CDbl(c.Property("DragMode")) == 1;
+}
+
+void Drag(Control& source, Control& target, float x, float y) {
+    if (!Draggable(source)) {
+        MouseDown(source, {});
+        if (source.Parent().IsLoaded()) MouseUp(source, {}, false);
+        return;
+    }
+    EventArgs args;
+    args.Source = &source;
+    args.X = x;
+    args.Y = y;
+    target.Raise("DragDrop", args);
+}
+
+void CloseByFrame(Form& form) {
+    constexpr int vbFormControlMenu = 0;
+    Runtime::Current().Unload(form, vbFormControlMenu);
+}
+
+void SetWindowState(Form& form, int state) {
+    form.SetProperty("WindowState", Variant(state));
+}
+
+void Activate(Form& form) {
+    Runtime::Current().Activate(form);
+}
+
+}  // namespace UserInput
