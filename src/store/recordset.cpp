@@ -51,7 +51,8 @@ void SqliteRecordset::Close() {
 void SqliteRecordset::Requery(int) {
     commitPending();
     auto fresh = std::make_unique<Cursor>(file_, parseSelect(source_, vberr::BadArguments));
-    // Filter and sort stay in force across a requery.
+    // Filter and sort stay in force across a requery; a filter the fresh rows refuse
+    // fails it, and the set keeps the rows it had.
     if (!cursor_->filterText().empty()) fresh->setFilter(cursor_->filterText());
     if (!cursor_->sortText().empty()) fresh->setSort(cursor_->sortText());
     cursor_ = std::move(fresh);
@@ -203,14 +204,8 @@ std::string SqliteRecordset::Filter() const {
 void SqliteRecordset::SetFilter(const std::string& criteria) {
     open();
     commitPending();
-    try {
-        cursor_->setFilter(criteria);
-    } catch (const VbError&) {
-        // A text the store refuses lifts the filter: the set shows all its rows.
-        cursor_->setFilter("");
-        fireMove();
-        throw;
-    }
+    // A text the store refuses leaves the set as it was: same rows, same position.
+    cursor_->setFilter(criteria);
     fireMove();
 }
 
