@@ -283,7 +283,7 @@ Variant Add(const Variant& a, const Variant& b) {
     const AddKind kb = addKind(b);
     if (ka == AddKind::Date || kb == AddKind::Date) {
         const double sum = x + y;
-        if (!std::isfinite(sum)) throw VbError(vberr::Overflow);
+        checkDateRange(sum);
         return Variant::Date(sum);
     }
     if (ka == AddKind::Currency || kb == AddKind::Currency) {

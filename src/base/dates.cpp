@@ -12,6 +12,9 @@ namespace {
 
 // Serial of 1970-01-01, the epoch of the civil-day arithmetic below.
 constexpr std::int64_t kUnixEpochSerial = 25569;
+// 100-01-01 and the day after 9999-12-31.
+constexpr double kFirstSerial = -657434;
+constexpr double kEndSerial = 2958466;
 
 std::int64_t floorDiv(std::int64_t a, std::int64_t b) {
     std::int64_t q = a / b;
@@ -147,7 +150,13 @@ double DateSerial(int y, int m, int d) {
     return static_cast<double>(daysFromCivil(year, month, 1) + (d - 1) + kUnixEpochSerial);
 }
 
+void checkDateRange(double serial) {
+    // Written so that NaN fails too.
+    if (!(serial > kFirstSerial - 1 && serial < kEndSerial)) throw VbError(vberr::Overflow);
+}
+
 void splitDate(double serial, int& y, int& m, int& d) {
+    checkDateRange(serial);
     const std::int64_t day = static_cast<std::int64_t>(std::trunc(serial));
     civilFromDays(day - kUnixEpochSerial, y, m, d);
 }
@@ -225,7 +234,10 @@ double CDate(const Variant& v) {
             if (parseDate(v.Str(), serial)) return serial;
             throw VbError(vberr::TypeMismatch);
         }
-        default:
-            return v.Number();
+        default: {
+            const double serial = v.Number();
+            checkDateRange(serial);
+            return serial;
+        }
     }
 }

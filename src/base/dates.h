@@ -9,11 +9,15 @@ class Variant;
 // A negative serial counts its days backwards but its time forwards (-1.25 is
 // 1899-12-29 06:00), as the classic runtime keeps them.
 
+// Dates run from 1 January 100 to 31 December 9999; a serial outside is VbError 6 wherever
+// it is read as a date (split, formatted, converted or reached by addition).
+void checkDateRange(double serial);
+
 // The serial of a calendar day. Months and days out of range roll over into the
 // neighbouring months and years; a year 0 to 99 is read as 2000-2029 or 1930-1999.
 double DateSerial(int y, int m, int d);
 
-// The calendar day of a serial; the time is ignored.
+// The calendar day of a serial; the time is ignored. VbError 6 out of range.
 void splitDate(double serial, int& y, int& m, int& d);
 
 // The time of day of a serial in whole seconds since midnight (0 to 86399).
@@ -36,5 +40,6 @@ std::string generalDate(double serial);
 bool parseDate(std::string_view text, double& serial);
 
 // A value as a date: a Date as it is, a number as a serial, a text parsed by
-// parseDate; Empty is 0. Null is VbError 94, any other text VbError 13.
+// parseDate; Empty is 0. Null is VbError 94, any other text VbError 13, a serial out of
+// range VbError 6.
 double CDate(const Variant& v);

@@ -31,6 +31,10 @@ std::string vbErrorDescription(int number) {
         case 3021:
             return "Either BOF or EOF is True, or the current record has been deleted. Requested "
                    "operation requires a current record.";
+        case 3027:
+            return "Cannot update. Database or object is read-only.";
+        case 3045:
+            return "Could not use the file; file already in use.";
         case 3070:
             return "The database engine does not recognize the name as a valid field name or "
                    "expression.";
@@ -38,11 +42,15 @@ std::string vbErrorDescription(int number) {
             return "Syntax error in query expression.";
         case 3077:
             return "Syntax error in expression.";
+        case 3218:
+            return "Could not update; currently locked.";
         case 3265:
             return "Item cannot be found in the collection corresponding to the requested name or "
                    "ordinal.";
         case 3343:
             return "Unrecognized database format.";
+        case 3360:
+            return "Query is too complex.";
         case 3421:
             return "Application uses a value of the wrong type for the current operation.";
         case 3704:

@@ -45,6 +45,10 @@ inline constexpr int ObjectOpen = 3705;
 inline constexpr int ProviderNotFound = 3706;
 inline constexpr int ConnectionClosed = 3709;
 inline constexpr int NotADatabase = 3343;  // unrecognized database format
+inline constexpr int DatabaseReadOnly = 3027;
+inline constexpr int FileInUse = 3045;     // the file is locked by another program
+inline constexpr int RecordLocked = 3218;  // a write refused by another program's lock
+inline constexpr int QueryTooComplex = 3360;
 }  // namespace vberr
 
 // The classic description of an error number ("File not found"), "" when unknown.

@@ -1,6 +1,7 @@
 // The item view: the current record written as page.htm in the program folder and shown
 // in the pane. Every line of the page is written here as it stands.
 #include <filesystem>
+#include <functional>
 
 #include "base/convert.h"
 #include "base/format.h"
@@ -33,6 +34,11 @@ std::string dirEntry(const std::string& path) {
     return std::filesystem::path(path).filename().string();
 }
 
+// The part of a path after its last "/".
+std::string fileName(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
 bool exists(const std::string& path) {
     return !dirEntry(path).empty();
 }
@@ -45,9 +51,14 @@ void Products::ShowPicture() {
     std::string Size, Height, ImagePath, MediaText, PicFile;
     bool media = false;
     auto field = [&](int n) { return textOf(adoPrimaryRS->GetValue(n)); };
-    // A repair writes the field of the current row, which the next move saves.
-    auto setPicture = [&](const std::string& path) {
-        adoPrimaryRS->SetValue(Picture, Variant(path));
+    // A repair writes the field of the current row, which the next move saves. It works
+    // on the file name only: folder names here may hold a "-", an "S0" or the stock number
+    // themselves, and a cut there would lose the folder.
+    auto repairName = [&](const std::function<std::string(const std::string&)>& repair) {
+        const std::string path = field(Picture);
+        const std::string name = fileName(path);
+        adoPrimaryRS->SetValue(Picture,
+                               Variant(path.substr(0, path.size() - name.size()) + repair(name)));
         binding.Refresh();
     };
     TextFileWriter page;
@@ -108,22 +119,26 @@ void Products::ShowPicture() {
     if (PicFile.empty()) {
         if (when(on, [&] { return Left(UCase(field(StockNo)), 1) == "X"; }))
             on([&] {
-                std::string p = field(Picture);
-                long at = InStr(p, field(StockNo));
-                setPicture(Left(p, at - 1) + Mid(p, at + 1));
+                repairName([&](const std::string& name) {
+                    long at = InStr(name, field(StockNo));
+                    return Left(name, at - 1) + Mid(name, at + 1);
+                });
             });
         if (when(on, [&] { return InStr(UCase(field(StockNo)), "S0") > 0; }))
             on([&] {
-                std::string p = field(Picture);
-                setPicture(Left(p, InStr(p, "S0") - 1) + Right(p, 4));
+                repairName([&](const std::string& name) {
+                    return Left(name, InStr(name, "S0") - 1) + Right(name, 4);
+                });
             });
         if (when(on, [&] {
-                return InStr(UCase(field(StockNo)), "-") > 0 && InStr(field(Picture), "-") > 0;
+                return InStr(UCase(field(StockNo)), "-") > 0 &&
+                       InStr(fileName(field(Picture)), "-") > 0;
             }))
             on([&] {
-                std::string p = field(Picture);
-                long at = InStr(p, "-");
-                setPicture(Left(p, at - 1) + Mid(p, at + 4));
+                repairName([&](const std::string& name) {
+                    long at = InStr(name, "-");
+                    return Left(name, at - 1) + Mid(name, at + 4);
+                });
             });
         if (when(on, [&] { return !adoPrimaryRS->GetValue(Picture).IsNull(); }))
             on([&] { PicFile = dirEntry(field(Picture)); });

@@ -34,7 +34,7 @@ void SqliteConnection::Open(const std::string& text, const std::string&, const s
     }
     if (UCase(provider).rfind("MICROSOFT.JET.OLEDB", 0) != 0)
         throw VbError(vberr::ProviderNotFound);
-    file_ = SqliteFile::open(source);
+    file_ = SqliteFile::open(source, SqliteFile::Use::Catalogue);
 }
 
 void SqliteConnection::Close() {

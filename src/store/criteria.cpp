@@ -1,5 +1,6 @@
 #include "store/criteria.h"
 
+#include <algorithm>
 #include <cctype>
 #include <optional>
 
@@ -106,7 +107,8 @@ std::vector<Token> tokenize(std::string_view text, int errorNumber) {
 struct Criteria::Node {
     enum class Op { And, Or, Not, Eq, Ne, Lt, Gt, Le, Ge, Like, IsNull, IsNotNull, Constant };
     Op op = Op::Constant;
-    std::unique_ptr<Node> left, right;  // And, Or, Not
+    // And, Or: every term of the chain, so that a long chain is one flat node; Not: one.
+    std::vector<std::unique_ptr<Node>> terms;
     // A comparison: a column on the left, and either a value or a second column.
     int column = -1;
     int otherColumn = -1;
@@ -160,45 +162,54 @@ class Parser {
         return peek().kind == Token::Kind::Symbol && peek().text == s;
     }
 
-    std::unique_ptr<Node> join(Op op, std::unique_ptr<Node> l, std::unique_ptr<Node> r) {
+    std::unique_ptr<Node> chain(Op op, std::vector<std::unique_ptr<Node>> terms) {
+        if (terms.size() == 1) return std::move(terms.front());
         auto n = std::make_unique<Node>();
         n->op = op;
-        n->left = std::move(l);
-        n->right = std::move(r);
+        n->terms = std::move(terms);
         return n;
     }
 
     std::unique_ptr<Node> parseOr() {
-        auto node = parseAnd();
+        std::vector<std::unique_ptr<Node>> terms;
+        terms.push_back(parseAnd());
         while (isWord("OR")) {
             take();
-            node = join(Op::Or, std::move(node), parseAnd());
+            terms.push_back(parseAnd());
         }
-        return node;
+        return chain(Op::Or, std::move(terms));
     }
 
     std::unique_ptr<Node> parseAnd() {
-        auto node = parseNot();
+        std::vector<std::unique_ptr<Node>> terms;
+        terms.push_back(parseNot());
         while (isWord("AND")) {
             take();
-            node = join(Op::And, std::move(node), parseNot());
+            terms.push_back(parseNot());
         }
-        return node;
+        return chain(Op::And, std::move(terms));
     }
 
+    // Any run of "not" is read in a loop, and only parentheses nest, up to a limit: a text
+    // of any length is parsed and evaluated without running out of stack.
     std::unique_ptr<Node> parseNot() {
-        if (isWord("NOT")) {
+        bool negated = false;
+        while (isWord("NOT")) {
             take();
-            return join(Op::Not, parseNot(), nullptr);
+            negated = !negated;
         }
+        std::unique_ptr<Node> node;
         if (isSymbol("(")) {
             take();
-            auto node = parseOr();
+            if (++depth_ > MaxNesting) throw VbError(vberr::QueryTooComplex);
+            node = parseOr();
+            --depth_;
             if (!isSymbol(")")) syntaxError();
             take();
-            return node;
+        } else {
+            node = parseComparison();
         }
-        return parseComparison();
+        return wrapNot(std::move(node), negated);
     }
 
     // An operand: a column (its index) or a value.
@@ -317,7 +328,11 @@ class Parser {
     }
 
     std::unique_ptr<Node> wrapNot(std::unique_ptr<Node> node, bool negate) {
-        return negate ? join(Op::Not, std::move(node), nullptr) : std::move(node);
+        if (!negate) return node;
+        auto n = std::make_unique<Node>();
+        n->op = Op::Not;
+        n->terms.push_back(std::move(node));
+        return n;
     }
 
     void bindValue(Node& node, const Variant& value) {
@@ -356,17 +371,54 @@ class Parser {
         }
     }
 
+    static constexpr int MaxNesting = 200;
+
     std::vector<Token> t_;
     std::size_t pos_ = 0;
+    int depth_ = 0;
     const RowTable& table_;
 };
 
-int compareCells(const RowTable& t, int row, int a, int b) {
-    if (isNumberColumn(t.column(a).kind) && isNumberColumn(t.column(b).kind)) {
-        double x = t.number(row, a), y = t.number(row, b);
-        return x < y ? -1 : (x > y ? 1 : 0);
+// A cell as text: a text cell as it stands, any other in its text form (for like).
+std::string cellText(const RowTable& t, int row, int c) {
+    if (!isNumberColumn(t.column(c).kind)) return std::string(t.text(row, c));
+    return CStr(t.get(row, c));
+}
+
+// A text cell read against a number column, as a quoted value there is read: a date for
+// a date column, a number for the others; a text that is neither is the dialect's type
+// fault, never a silent "".
+double cellAsNumberOf(const RowTable& t, int row, int textColumn, ColumnKind kind) {
+    Variant text(t.text(row, textColumn));
+    try {
+        return kind == ColumnKind::Date ? CDate(text) : CDbl(text);
+    } catch (const VbError&) {
+        throw VbError(vberr::BadArguments);
     }
-    return compareFolded(t.text(row, a), t.text(row, b));
+}
+
+// One column like another: a pattern from a cell that is no pattern is refused as a
+// literal one is.
+bool likeColumns(const RowTable& t, int row, int text, int pattern) {
+    try {
+        return likeMatch(cellText(t, row, text), cellText(t, row, pattern));
+    } catch (const VbError& e) {
+        if (e.Number() == vberr::Overflow) throw;
+        throw VbError(vberr::BadArguments);
+    }
+}
+
+int compareNumbers(double x, double y) {
+    return x < y ? -1 : (x > y ? 1 : 0);
+}
+
+int compareCells(const RowTable& t, int row, int a, int b) {
+    const ColumnKind ka = t.column(a).kind, kb = t.column(b).kind;
+    if (!isNumberColumn(ka) && !isNumberColumn(kb))
+        return compareFolded(t.text(row, a), t.text(row, b));
+    double x = isNumberColumn(ka) ? t.number(row, a) : cellAsNumberOf(t, row, a, kb);
+    double y = isNumberColumn(kb) ? t.number(row, b) : cellAsNumberOf(t, row, b, ka);
+    return compareNumbers(x, y);
 }
 
 bool holds(Op op, int cmp) {
@@ -391,11 +443,13 @@ bool holds(Op op, int cmp) {
 bool evaluate(const Node& n, const RowTable& t, int row) {
     switch (n.op) {
         case Op::And:
-            return evaluate(*n.left, t, row) && evaluate(*n.right, t, row);
+            return std::all_of(n.terms.begin(), n.terms.end(),
+                               [&](const auto& term) { return evaluate(*term, t, row); });
         case Op::Or:
-            return evaluate(*n.left, t, row) || evaluate(*n.right, t, row);
+            return std::any_of(n.terms.begin(), n.terms.end(),
+                               [&](const auto& term) { return evaluate(*term, t, row); });
         case Op::Not:
-            return !evaluate(*n.left, t, row);
+            return !evaluate(*n.terms.front(), t, row);
         case Op::Constant:
             return n.constant;
         case Op::IsNull:
@@ -408,18 +462,15 @@ bool evaluate(const Node& n, const RowTable& t, int row) {
     if (t.isNull(row, n.column)) return false;
     if (n.otherColumn >= 0) {
         if (t.isNull(row, n.otherColumn)) return false;
-        if (n.op == Op::Like) return likeMatch(t.text(row, n.column), t.text(row, n.otherColumn));
+        if (n.op == Op::Like) return likeColumns(t, row, n.column, n.otherColumn);
         return holds(n.op, compareCells(t, row, n.column, n.otherColumn));
     }
     if (n.op == Op::Like) {
-        if (t.column(n.column).kind == ColumnKind::Text)
-            return n.like->matches(t.text(row, n.column));
-        return n.like->matches(CStr(t.get(row, n.column)));
+        if (!isNumberColumn(t.column(n.column).kind)) return n.like->matches(t.text(row, n.column));
+        return n.like->matches(cellText(t, row, n.column));
     }
-    if (isNumberColumn(t.column(n.column).kind)) {
-        double x = t.number(row, n.column);
-        return holds(n.op, x < n.number ? -1 : (x > n.number ? 1 : 0));
-    }
+    if (isNumberColumn(t.column(n.column).kind))
+        return holds(n.op, compareNumbers(t.number(row, n.column), n.number));
     return holds(n.op, compareFolded(t.text(row, n.column), n.folded));
 }
 

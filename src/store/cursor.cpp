@@ -95,14 +95,16 @@ Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statemen
     applyFilter();
 }
 
+std::vector<int> Cursor::rowsThrough(const std::optional<Criteria>& filter) const {
+    if (!filter) return base_;
+    std::vector<int> rows;
+    for (int row : base_)
+        if (filter->matches(table_, row)) rows.push_back(row);
+    return rows;
+}
+
 void Cursor::applyFilter() {
-    if (filter_) {
-        filtered_.clear();
-        for (int row : base_)
-            if (filter_->matches(table_, row)) filtered_.push_back(row);
-    } else {
-        filtered_ = base_;
-    }
+    filtered_ = rowsThrough(filter_);
     applySort();
 }
 
@@ -256,13 +258,15 @@ void Cursor::deleteCurrent() {
 }
 
 void Cursor::setFilter(const std::string& criteria) {
-    if (criteria.empty()) {
-        filter_.reset();
-    } else {
-        filter_ = Criteria::parse(criteria, table_);
-    }
+    std::optional<Criteria> filter;
+    if (!criteria.empty()) filter = Criteria::parse(criteria, table_);
+    // Every row is tried before anything changes: a text refused on any row leaves the
+    // view, the filter and the position as they were.
+    std::vector<int> rows = rowsThrough(filter);
+    filter_ = std::move(filter);
     filterText_ = criteria;
-    applyFilter();
+    filtered_ = std::move(rows);
+    applySort();
 }
 
 void Cursor::setSort(const std::string& columns) {

@@ -48,6 +48,7 @@ class Cursor {
     void cancelUpdate();
     void deleteCurrent();
 
+    // A text refused on parsing or on any row fails and changes nothing.
     void setFilter(const std::string& criteria);
     const std::string& filterText() const { return filterText_; }
     void setSort(const std::string& columns);
@@ -59,6 +60,7 @@ class Cursor {
     long find(std::string_view criteriaText, long from, bool forward, bool singleOnly);
 
   private:
+    std::vector<int> rowsThrough(const std::optional<Criteria>& filter) const;
     void applyFilter();
     void applySort();
     void viewChanged();

@@ -1,5 +1,7 @@
 #include "store/recordset.h"
 
+#include <optional>
+
 #include "base/vb_error.h"
 #include "records/store.h"
 #include "store/connection.h"
@@ -51,40 +53,48 @@ void SqliteRecordset::Close() {
 void SqliteRecordset::Requery(int) {
     commitPending();
     auto fresh = std::make_unique<Cursor>(file_, parseSelect(source_, vberr::BadArguments));
-    // Filter and sort stay in force across a requery.
+    // Filter and sort stay in force across a requery; a filter the fresh rows refuse
+    // fails it, and the set keeps the rows it had.
     if (!cursor_->filterText().empty()) fresh->setFilter(cursor_->filterText());
     if (!cursor_->sortText().empty()) fresh->setSort(cursor_->sortText());
     cursor_ = std::move(fresh);
     fireMove();
 }
 
+void SqliteRecordset::leaveRow(const std::function<void()>& move) {
+    std::optional<VbError> refused;
+    try {
+        commitPending();
+    } catch (const VbError& e) {
+        // The file refused the save (read only, or locked by another program): the user is
+        // not held on the row. The edit is dropped, the move happens, then the fault is told.
+        refused = e;
+        cursor_->cancelUpdate();
+    }
+    move();
+    fireMove();
+    if (refused) throw *refused;
+}
+
 void SqliteRecordset::MoveFirst() {
     if (open().count() == 0) throw VbError(vberr::NoCurrentRecord);
-    commitPending();
-    cursor_->moveTo(0);
-    fireMove();
+    leaveRow([&] { cursor_->moveTo(0); });
 }
 
 void SqliteRecordset::MoveLast() {
     if (open().count() == 0) throw VbError(vberr::NoCurrentRecord);
-    commitPending();
-    cursor_->moveTo(cursor_->count() - 1);
-    fireMove();
+    leaveRow([&] { cursor_->moveTo(cursor_->count() - 1); });
 }
 
 void SqliteRecordset::MoveNext() {
     // A deleted last row stays current until this move takes the set past the end.
     if (open().eof() && !cursor_->currentDeleted()) throw VbError(vberr::NoCurrentRecord);
-    commitPending();
-    cursor_->moveNext();
-    fireMove();
+    leaveRow([&] { cursor_->moveNext(); });
 }
 
 void SqliteRecordset::MovePrevious() {
     if (open().bof()) throw VbError(vberr::NoCurrentRecord);
-    commitPending();
-    cursor_->moveTo(cursor_->position() - 1);
-    fireMove();
+    leaveRow([&] { cursor_->moveTo(cursor_->position() - 1); });
 }
 
 bool SqliteRecordset::Bof() const {
@@ -107,9 +117,7 @@ long SqliteRecordset::AbsolutePosition() const {
 
 void SqliteRecordset::SetAbsolutePosition(long position) {
     if (position < 1 || position > open().count()) throw VbError(vberr::BadArguments);
-    commitPending();
-    cursor_->moveTo(position - 1);
-    fireMove();
+    leaveRow([&] { cursor_->moveTo(position - 1); });
 }
 
 // Bookmarks count from 1, so that a kept bookmark is always above 0.
@@ -122,9 +130,7 @@ void SqliteRecordset::SetBookmark(const Variant& bookmark) {
     long position =
         bookmark.IsNumberKind() ? c.positionOfRow(static_cast<int>(bookmark.Number()) - 1) : -1;
     if (position < 0) throw VbError(vberr::BadArguments);
-    commitPending();
-    c.moveTo(position);
-    fireMove();
+    leaveRow([&] { c.moveTo(position); });
 }
 
 int SqliteRecordset::FieldCount() const {
@@ -203,14 +209,8 @@ std::string SqliteRecordset::Filter() const {
 void SqliteRecordset::SetFilter(const std::string& criteria) {
     open();
     commitPending();
-    try {
-        cursor_->setFilter(criteria);
-    } catch (const VbError&) {
-        // A text the store refuses lifts the filter: the set shows all its rows.
-        cursor_->setFilter("");
-        fireMove();
-        throw;
-    }
+    // A text the store refuses leaves the set as it was: same rows, same position.
+    cursor_->setFilter(criteria);
     fireMove();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "records/recordset.h"
@@ -52,6 +53,9 @@ class SqliteRecordset : public Recordset {
   private:
     Cursor& open() const;  // 3704 when closed
     void commitPending();
+    // Saves the pending edit, then makes the move. A save the file refuses drops the edit
+    // and still moves; the fault comes after the move.
+    void leaveRow(const std::function<void()>& move);
     void fireMove();
     void fireWillChange();
 

@@ -16,6 +16,30 @@ bool isTextKind(ColumnKind k) {
     return k == ColumnKind::Text;
 }
 
+// The limits of what each kind holds, as the classic kinds do.
+constexpr double kMoneyLimit = 922337203685477.5808;
+constexpr double kLongMin = std::numeric_limits<std::int32_t>::min();
+constexpr double kLongMax = std::numeric_limits<std::int32_t>::max();
+constexpr double kWholeLimit = 9223372036854775808.0;  // 2^63
+
+bool fitsKind(ColumnKind kind, double r) {
+    switch (kind) {
+        case ColumnKind::Money:
+            return std::fabs(r) < kMoneyLimit;
+        case ColumnKind::Long:
+            return r >= kLongMin - 0.5 && r < kLongMax + 0.5;
+        case ColumnKind::Counter:
+        case ColumnKind::YesNo:
+            return r >= -kWholeLimit && r < kWholeLimit;
+        case ColumnKind::Double:
+        case ColumnKind::Date:
+            return std::isfinite(r);
+        case ColumnKind::Text:
+            return true;
+    }
+    return false;
+}
+
 [[noreturn]] void wrongType() {
     throw VbError(vberr::WrongType);
 }
@@ -76,7 +100,7 @@ Variant coerceTo(ColumnKind kind, const Variant& v) {
 RowTable::RowTable(std::vector<ColumnInfo> columns) {
     columns_.reserve(columns.size());
     for (auto& info : columns)
-        columns_.push_back(Column{std::move(info), {}, {}, {}});
+        columns_.push_back(Column{std::move(info), {}, {}, {}, {}});
 }
 
 int RowTable::appendRow(std::int64_t rowid) {
@@ -127,6 +151,7 @@ double RowTable::number(int row, int c) const {
 Variant RowTable::get(int row, int c) const {
     const Column& col = columns_[c];
     if (col.nulls[row]) return Variant::Null();
+    if (!col.overflowed.empty() && col.overflowed.count(row)) throw VbError(vberr::Overflow);
     std::uint64_t cell = col.cells[row];
     auto whole = static_cast<std::int64_t>(cell);
     switch (col.info.kind) {
@@ -152,6 +177,7 @@ Variant RowTable::get(int row, int c) const {
 
 void RowTable::set(int row, int c, const Variant& v) {
     Column& col = columns_[c];
+    if (!col.overflowed.empty()) col.overflowed.erase(row);
     if (v.IsNull() || v.IsEmpty()) {
         col.nulls[row] = true;
         col.cells[row] = 0;
@@ -216,56 +242,75 @@ void RowTable::setStored(int row, int c, const StoredValue& v) {
     }
 }
 
-void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
-    Column& col = columns_[c];
-    switch (col.info.kind) {
-        case ColumnKind::Text:
-            setText(col, row, CStr(Variant::Double(static_cast<double>(i))));
-            return;
-        case ColumnKind::Money:
-            col.cells[row] = static_cast<std::uint64_t>(i * 10000);
-            break;
-        case ColumnKind::Double:
-        case ColumnKind::Date:
-            col.cells[row] = std::bit_cast<std::uint64_t>(static_cast<double>(i));
-            break;
-        default:
-            col.cells[row] = static_cast<std::uint64_t>(i);
-            break;
+void RowTable::setOverflowed(Column& col, int row, bool negative) {
+    if (col.info.kind == ColumnKind::Double || col.info.kind == ColumnKind::Date) {
+        const double limit = std::numeric_limits<double>::max();
+        col.cells[row] = std::bit_cast<std::uint64_t>(negative ? -limit : limit);
+    } else {
+        const std::int64_t limit = std::numeric_limits<std::int64_t>::max();
+        col.cells[row] = static_cast<std::uint64_t>(negative ? -limit : limit);
     }
+    col.nulls[row] = false;
+    col.overflowed.insert(row);
+}
+
+void RowTable::setWhole(Column& col, int row, std::int64_t value) {
+    col.cells[row] = static_cast<std::uint64_t>(value);
     col.nulls[row] = false;
 }
 
-void RowTable::setStoredReal(int row, int c, double r) {
+void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
     Column& col = columns_[c];
+    const auto r = static_cast<double>(i);
     switch (col.info.kind) {
         case ColumnKind::Text:
             setText(col, row, CStr(Variant::Double(r)));
             return;
-        // Money is kept as a real in units; in memory it is whole ten-thousandths.
         case ColumnKind::Money:
-            col.cells[row] =
-                static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(r * 10000.0)));
-            break;
+            if (!fitsKind(col.info.kind, r)) return setOverflowed(col, row, i < 0);
+            return setWhole(col, row, i * 10000);
+        case ColumnKind::Long:
+            if (!fitsKind(col.info.kind, r)) return setOverflowed(col, row, i < 0);
+            return setWhole(col, row, i);
         case ColumnKind::Double:
         case ColumnKind::Date:
             col.cells[row] = std::bit_cast<std::uint64_t>(r);
-            break;
-        default:
-            col.cells[row] =
-                static_cast<std::uint64_t>(static_cast<std::int64_t>(std::nearbyint(r)));
-            break;
+            col.nulls[row] = false;
+            return;
+        case ColumnKind::Counter:
+        case ColumnKind::YesNo:
+            return setWhole(col, row, i);
     }
-    col.nulls[row] = false;
+}
+
+void RowTable::setStoredReal(int row, int c, double r) {
+    Column& col = columns_[c];
+    if (col.info.kind == ColumnKind::Text) return setText(col, row, CStr(Variant::Double(r)));
+    if (!fitsKind(col.info.kind, r)) return setOverflowed(col, row, r < 0);
+    switch (col.info.kind) {
+        // Money is kept as a real in units; in memory it is whole ten-thousandths.
+        case ColumnKind::Money:
+            return setWhole(col, row, static_cast<std::int64_t>(std::nearbyint(r * 10000.0)));
+        case ColumnKind::Double:
+        case ColumnKind::Date:
+            col.cells[row] = std::bit_cast<std::uint64_t>(r);
+            col.nulls[row] = false;
+            return;
+        default:
+            return setWhole(col, row, static_cast<std::int64_t>(std::nearbyint(r)));
+    }
 }
 
 void RowTable::setStoredText(int row, int c, std::string_view text) {
     Column& col = columns_[c];
-    if (col.info.kind == ColumnKind::Text) {
-        setText(col, row, text);
-        return;
+    if (col.info.kind == ColumnKind::Text) return setText(col, row, text);
+    double r = 0;
+    try {
+        r = Val(text);
+    } catch (const VbError&) {
+        return setOverflowed(col, row, text.find('-') != std::string_view::npos);
     }
-    setStoredReal(row, c, Val(text));
+    setStoredReal(row, c, r);
 }
 
 StoredValue toStored(ColumnKind kind, const Variant& v) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "base/variant.h"
@@ -30,14 +31,19 @@ class RowTable {
     void markDeleted(int row) { deleted_[row] = true; }
 
     bool isNull(int row, int c) const { return columns_[c].nulls[row]; }
+    // VbError 6 for a cell whose stored value the column's kind cannot hold.
     Variant get(int row, int c) const;
     // The cell's text without making a Variant: the hot path of criteria and sorting.
     std::string_view text(int row, int c) const;
-    double number(int row, int c) const;  // numeric kinds; Money in units
+    // Numeric kinds; Money in units. A cell too large to hold reads as the largest value of
+    // its sign, so that it still sorts and compares.
+    double number(int row, int c) const;
 
     // Stores a value already made to fit the column (see coerceTo).
     void set(int row, int c, const Variant& v);
-    // Stores a value read from the file.
+    // Stores a value read from the file, written there by any program: one that the
+    // column's kind cannot hold (Cost1 = 1e300, a Long of 1e20) is kept as an overflowed
+    // cell, never cast.
     void setStored(int row, int c, const StoredValue& v);
     void setStoredInteger(int row, int c, std::int64_t i);
     void setStoredReal(int row, int c, double r);
@@ -50,9 +56,12 @@ class RowTable {
         ColumnInfo info;
         std::vector<std::uint64_t> cells;  // text: offset << 32 | length; else the bits
         std::vector<bool> nulls;
-        std::string arena;  // text columns only
+        std::string arena;                   // text columns only
+        std::unordered_set<int> overflowed;  // rows whose stored value did not fit
     };
     void setText(Column& col, int row, std::string_view s);
+    void setOverflowed(Column& col, int row, bool negative);
+    void setWhole(Column& col, int row, std::int64_t value);
 
     std::vector<Column> columns_;
     std::vector<std::int64_t> rowids_;

@@ -2,9 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "base/convert.h"
+#include "base/fold.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
 
@@ -63,26 +65,71 @@ std::string quoteName(const std::string& name) {
     return "[" + name + "]";
 }
 
-std::shared_ptr<SqliteFile> SqliteFile::open(const std::string& path) {
-    std::error_code ec;
-    if (path.empty() || !std::filesystem::is_regular_file(path, ec))
-        throw VbError(CouldNotFindFile, "Could not find file '" + path + "'.");
+namespace {
+
+// Another program's lock is answered at once, not after a wait on every click; the short
+// wait only bridges the moment a neighbour needs to finish one write.
+constexpr int LockWaitMs = 100;
+
+// The columns every catalogue's Products table has: statement A's.
+constexpr const char* CatalogueColumns[] = {
+    "PID",       "Category",  "Cost1",    "Cost2",     "Cost3",  "Cost4",   "Cost5",
+    "Disco",     "Inventory", "MinOrdR",  "MinOrdW",   "NoSold", "Notes",   "OnOrder",
+    "OnSpecial", "Orderable", "OutStock", "Packaging", "PageNo", "Picture", "Price",
+    "ProdDesc",  "ProdName",  "ReOrder",  "Retail",    "Ship1",  "Ship2",   "StockNo",
+    "Supplier",  "Taxable",   "Weight"};
+
+bool isLockCode(int code) {
+    return code == SQLITE_BUSY || code == SQLITE_LOCKED;
+}
+
+sqlite3* openHandle(const std::string& path, int flags) {
     sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
-        SQLITE_OK) {
+    if (sqlite3_open_v2(path.c_str(), &db, flags | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
         sqlite3_close(db);
         throw VbError(CouldNotFindFile, "Could not find file '" + path + "'.");
     }
-    std::shared_ptr<SqliteFile> file(new SqliteFile(db, path));
-    sqlite3_busy_timeout(db, 5000);
+    sqlite3_busy_timeout(db, LockWaitMs);
+    return db;
+}
+
+}  // namespace
+
+std::shared_ptr<SqliteFile> SqliteFile::open(const std::string& path, Use use) {
+    std::error_code ec;
+    if (path.empty() || !std::filesystem::is_regular_file(path, ec))
+        throw VbError(CouldNotFindFile, "Could not find file '" + path + "'.");
+    // SQLite would take an empty file for an empty database and write one into it.
+    if (std::filesystem::file_size(path, ec) == 0 || ec) throw VbError(vberr::NotADatabase);
+    std::shared_ptr<SqliteFile> probe(new SqliteFile(openHandle(path, SQLITE_OPEN_READONLY), path));
     // A foreign file fails here, on the first read of the schema.
-    if (sqlite3_exec(db, "PRAGMA schema_version", nullptr, nullptr, nullptr) != SQLITE_OK)
-        throw VbError(vberr::NotADatabase);
-    // Every write is its own durable change, but with the log in WAL mode a run of many
-    // single-row writes costs no disk sync per row.
-    sqlite3_exec(db, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
-    sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
+    int rc = sqlite3_exec(probe->db_, "PRAGMA schema_version", nullptr, nullptr, nullptr);
+    if (isLockCode(rc)) throw VbError(vberr::FileInUse);
+    if (rc != SQLITE_OK) throw VbError(vberr::NotADatabase);
+    if (!probe->isCatalogue()) return probe;
+    probe.reset();
+    std::shared_ptr<SqliteFile> file(new SqliteFile(openHandle(path, SQLITE_OPEN_READWRITE), path));
+    if (use == Use::Catalogue) {
+        // Every write is its own durable change, but with the log in WAL mode a run of many
+        // single-row writes costs no disk sync per row. A read-only or busy file keeps its log.
+        sqlite3_exec(file->db_, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
+        sqlite3_exec(file->db_, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
+    }
     return file;
+}
+
+bool SqliteFile::isCatalogue() {
+    try {
+        std::vector<ColumnInfo> columns = tableColumns("Products");
+        for (const char* wanted : CatalogueColumns)
+            if (std::none_of(columns.begin(), columns.end(),
+                             [&](const ColumnInfo& c) { return equalFolded(c.name, wanted); }))
+                return false;
+        return true;
+    } catch (const VbError& e) {
+        if (e.Number() == vberr::RecordLocked) throw VbError(vberr::FileInUse);
+        return false;
+    }
 }
 
 std::shared_ptr<SqliteFile> SqliteFile::create(const std::string& path) {
@@ -104,6 +151,9 @@ SqliteFile::~SqliteFile() {
 }
 
 void SqliteFile::fail(int fallbackNumber) {
+    const int code = sqlite3_errcode(db_);
+    if (isLockCode(code)) throw VbError(vberr::RecordLocked);
+    if (code == SQLITE_READONLY) throw VbError(vberr::DatabaseReadOnly);
     throw VbError(fallbackNumber, sqlite3_errmsg(db_));
 }
 

@@ -31,9 +31,14 @@ struct StoredValue {
 // sees tables, columns and rows by rowid.
 class SqliteFile {
   public:
-    // Opens an existing file for reading and writing: 3024 when it is missing, 3343 when
-    // it is not a database.
-    static std::shared_ptr<SqliteFile> open(const std::string& path);
+    // How a file is opened once it is known to be a catalogue: as the catalogue in use,
+    // whose log is switched to WAL, or only as it stands (a data control's file).
+    enum class Use { Catalogue, AsItStands };
+    // Opens an existing file. Nothing is written to it before its Products table is
+    // found with the catalogue's columns: until then it is read only, and a database
+    // that is no catalogue stays read only. 3024 when it is missing, 3343 when it is no
+    // database, 3045 when another program holds it locked.
+    static std::shared_ptr<SqliteFile> open(const std::string& path, Use use = Use::AsItStands);
     // Makes a new, empty database file, replacing any file of that name.
     static std::shared_ptr<SqliteFile> create(const std::string& path);
     ~SqliteFile();
@@ -80,6 +85,7 @@ class SqliteFile {
 
   private:
     SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
+    bool isCatalogue();
     sqlite3_stmt* prepare(const std::string& sql);
     [[noreturn]] void fail(int fallbackNumber);
 

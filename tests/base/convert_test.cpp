@@ -353,3 +353,16 @@ TEST(TextForm, TextBoxShowsNullAsEmpty) {
     EXPECT_EQ(textOf(Variant(2.5)), "2.5");
     EXPECT_EQ(textOf(Variant("abc")), "abc");
 }
+
+TEST(LooseAddition, ADatePushedPastTheLastDayIsOverflow) {
+    EXPECT_EQ(errorOf([] { Add(Variant::Date(DateSerial(9999, 12, 31)), Variant::Integer(1)); }),
+              6);
+    EXPECT_EQ(errorOf([] { Add(Variant::Date(45000), Variant::Double(1e300)); }), 6);
+    EXPECT_EQ(errorOf([] { Add(Variant::Date(45000), Variant::Double(-1e6)); }), 6);
+    EXPECT_EQ(errorOf([] { Add(Variant::Date(45000), Variant::Double(1e6)); }), 0);
+}
+
+TEST(TextForm, ADateOutOfRangeIsOverflow) {
+    EXPECT_EQ(errorOf([] { CStr(Variant::Date(1e300)); }), 6);
+    EXPECT_EQ(errorOf([] { CStr(Variant::Date(-1e7)); }), 6);
+}

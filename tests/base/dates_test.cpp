@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "base/variant.h"
 #include "base/vb_error.h"
+#include "vb_expect.h"
 
 TEST(DateSerials, EpochIsDayZero) {
     EXPECT_DOUBLE_EQ(DateSerial(1899, 12, 30), 0.0);
@@ -147,5 +150,23 @@ TEST(DateConversion, NullIsInvalidUseOfNull) {
         FAIL() << "no fault";
     } catch (const VbError& e) {
         EXPECT_EQ(e.Number(), 94);
+    }
+}
+
+TEST(DateRange, YearsOneHundredToNineThousandNineHundredNinetyNineAreDates) {
+    EXPECT_EQ(formatDate(DateSerial(100, 1, 1), "MM/DD/YYYY"), "01/01/100");
+    EXPECT_EQ(formatDate(DateSerial(9999, 12, 31) + 0.99, "MM/DD/YYYY"), "12/31/9999");
+    EXPECT_EQ(shortDate(DateSerial(100, 1, 1) - 0.5), "1/1/100");
+}
+
+TEST(DateRange, ASerialOutsideIsOverflowWhereverItIsReadAsADate) {
+    for (double serial :
+         {DateSerial(9999, 12, 31) + 1, DateSerial(100, 1, 1) - 1, 1e300, -1e300,
+          std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+        SCOPED_TRACE(serial);
+        EXPECT_VBERROR(formatDate(serial, "MM/DD/YY"), 6);
+        EXPECT_VBERROR(shortDate(serial), 6);
+        EXPECT_VBERROR(generalDate(serial), 6);
+        EXPECT_VBERROR(CDate(Variant::Double(serial)), 6);
     }
 }

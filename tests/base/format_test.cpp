@@ -4,6 +4,7 @@
 
 #include "base/dates.h"
 #include "base/vb_error.h"
+#include "vb_expect.h"
 
 namespace {
 constexpr const char* kMoney = "$#,###.##";
@@ -130,4 +131,10 @@ TEST(UnknownMask, IsInvalidProcedureCall) {
     } catch (const VbError& e) {
         EXPECT_EQ(e.Number(), 5);
     }
+}
+
+TEST(DateMask, ANumberBeyondTheLastDateIsOverflow) {
+    EXPECT_VBERROR(Format(Variant("1e300"), "MM/DD/YYYY"), 6);
+    EXPECT_VBERROR(Format(Variant::Double(-1e300), "MM/DD/YY"), 6);
+    EXPECT_EQ(Format(Variant("2958465"), "MM/DD/YYYY"), "12/31/9999");
 }

@@ -227,6 +227,28 @@ TEST_F(ItemView, AStockNumberWithADashDropsTheDashAndThreeCharactersFromThePictu
     EXPECT_NE(page().find("dynsrc=\"" + pic("CM44.jpg") + "\""), std::string::npos);
 }
 
+TEST_F(ItemView, TheDashRepairCutsInTheFileNameNeverInAFolderName) {
+    startWith("AB-1002", appDir() + "my-shop/pics/AB-1002.jpg");
+    EXPECT_EQ(f->adoPrimaryRS->Fields("Picture").Value(),
+              Variant(appDir() + "my-shop/pics/AB2.jpg"));
+}
+
+TEST_F(ItemView, ADashInAFolderNameAloneRepairsNothing) {
+    startWith("AB-1", appDir() + "my-shop/AB1.jpg");
+    EXPECT_EQ(f->adoPrimaryRS->Fields("Picture").Value(), Variant(appDir() + "my-shop/AB1.jpg"));
+    EXPECT_EQ(f->adoPrimaryRS->EditMode(), ado::adEditNone);
+}
+
+TEST_F(ItemView, TheS0AndLeadingXRepairsKeepTheFolder) {
+    startWith("GS0115", appDir() + "S0-pics/GS0115.jpg");
+    EXPECT_EQ(f->adoPrimaryRS->Fields("Picture").Value(), Variant(appDir() + "S0-pics/G.jpg"));
+}
+
+TEST_F(ItemView, TheLeadingXRepairLooksForTheStockNumberInTheFileName) {
+    startWith("X44", appDir() + "X44/X44.jpg");
+    EXPECT_EQ(f->adoPrimaryRS->Fields("Picture").Value(), Variant(appDir() + "X44/44.jpg"));
+}
+
 TEST_F(ItemView, AnExistingPictureIsNotRepaired) {
     startWith("X-99", pic("CR205.jpg"));
     EXPECT_EQ(f->adoPrimaryRS->Fields("Picture").Value(), Variant(pic("CR205.jpg")));

@@ -103,4 +103,95 @@ TEST_F(Criteria, ADoubledQuoteStandsForOne) {
     EXPECT_EQ(rows("ProdName = 'Grandma''s Kit'"), "Q1 ");
 }
 
+// Notes holding numbers, a yes/no text and a word, for comparisons of a number or yes/no
+// column with a text column.
+struct MixedKinds : Criteria {
+    void SetUp() override {
+        Criteria::SetUp();
+        cat.sql(
+            "UPDATE Products SET Notes = '-1' WHERE StockNo = 'AB-1';"
+            "UPDATE Products SET Notes = '6' WHERE StockNo = 'xab2';"
+            "UPDATE Products SET Notes = ' 5.5 ' WHERE StockNo = 'CD3';");
+        rs->Requery();
+    }
+    long position() { return rs->AbsolutePosition(); }
+};
+
+TEST_F(MixedKinds, ATextCellAgainstANumberColumnIsReadAsANumber) {
+    EXPECT_EQ(rows("Disco = Notes"), "AB-1 ");
+    EXPECT_EQ(rows("Cost1 = Notes"), "CD3 xab2 ");
+    EXPECT_EQ(rows("[Notes] < Retail"), "AB-1 CD3 xab2 ");
+    EXPECT_EQ(rows("Notes <> Cost1"), "AB-1 ");
+}
+
+TEST_F(MixedKinds, LikeBetweenColumnsOfDifferentKindsReadsEachAsText) {
+    EXPECT_EQ(rows("Notes like Cost1"), "xab2 ");
+    cat.sql("UPDATE Products SET Notes = 'tr*' WHERE StockNo = 'AB-1'");
+    rs->Requery();
+    EXPECT_EQ(rows("Disco like Notes"), "AB-1 ");
+    EXPECT_EQ(rows("Cost1 like Retail"), "");
+}
+
+TEST_F(MixedKinds, AWordAgainstANumberColumnIsRefusedAndTheSetStaysAsItWas) {
+    cat.sql("UPDATE Products SET Notes = 'two' WHERE StockNo = 'EF4'");
+    rs->SetFilter("Category = 'Beads'");
+    rs->MoveNext();
+    ASSERT_EQ(rs->RecordCount(), 2);
+    ASSERT_EQ(position(), 2);
+    rs->Requery();  // the word arrives; the filter still holds
+    rs->MoveNext();
+    EXPECT_VBERROR(rs->SetFilter("Cost1 = Notes or Disco = Notes"), 3001);
+    EXPECT_EQ(rs->Filter(), "Category = 'Beads'");
+    EXPECT_EQ(rs->RecordCount(), 2);
+    EXPECT_EQ(position(), 2);
+    rs->SetFilter("");
+    EXPECT_VBERROR(rs->Find("Notes > Retail", 0, ado::adSearchForward), 3001);
+    EXPECT_EQ(position(), 1);
+}
+
+TEST_F(MixedKinds, ARequeryWhoseFilterTheNewRowsRefuseKeepsTheRowsItHad) {
+    rs->SetFilter("Cost1 = Notes");
+    ASSERT_EQ(rs->RecordCount(), 2);
+    cat.sql("UPDATE Products SET Notes = 'two' WHERE StockNo = 'AB-1'");
+    EXPECT_VBERROR(rs->Requery(), 3001);
+    EXPECT_EQ(rs->RecordCount(), 2);
+    EXPECT_EQ(CStr(rs->Fields("StockNo").Value()), "CD3");
+}
+
+std::string repeated(const std::string& part, int times) {
+    std::string out;
+    for (int i = 0; i < times; ++i)
+        out += part;
+    return out;
+}
+
+TEST_F(Criteria, LongChainsOfOrAndNotAreReadWithoutLimit) {
+    std::string chain = "StockNo = 'CD3'";
+    for (int i = 0; i < 50000; ++i)
+        chain += " or Cost1 = " + std::to_string(1000 + i);
+    EXPECT_EQ(rows(chain), "CD3 ");
+    EXPECT_EQ(rows(repeated("not ", 50000) + "Disco = True"), "AB-1 ");
+    EXPECT_EQ(rows(repeated("not ", 50001) + "Disco = True"), "CD3 EF4 xab2 ");
+    EXPECT_EQ(rows(repeated("Retail > 1 and ", 50000) + "Disco = True"), "AB-1 ");
+}
+
+TEST_F(Criteria, NestingUpToTwoHundredParenthesesIsRead) {
+    EXPECT_EQ(rows(repeated("(", 200) + "Disco = True" + repeated(")", 200)), "AB-1 ");
+    EXPECT_EQ(rows(repeated("(not ", 200) + "Disco = True" + repeated(")", 200)), "AB-1 ");
+}
+
+TEST_F(Criteria, DeeperNestingIsTooComplexNeverACrash) {
+    rs->SetFilter("Category = 'Beads'");
+    EXPECT_VBERROR(rs->SetFilter(repeated("(", 201) + "Disco = True" + repeated(")", 201)), 3360);
+    EXPECT_VBERROR(rs->SetFilter(repeated("(", 100000)), 3360);
+    EXPECT_EQ(rs->RecordCount(), 2);
+    // What the quick search makes of a pasted "' or " and a run of parentheses.
+    EXPECT_VBERROR(
+        rs->Find("[StockNo] like '*' or " + repeated("(", 100000) + "*'", 0, ado::adSearchForward),
+        3001);
+    EXPECT_VBERROR(rs->Find("[StockNo] like '*' or " + repeated("(", 100000) + "Disco = True", 0,
+                            ado::adSearchForward),
+                   3360);
+}
+
 }  // namespace

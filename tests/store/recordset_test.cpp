@@ -164,14 +164,15 @@ TEST_F(Three, FilterNullTestsFindMissingValues) {
     EXPECT_EQ(rs->RecordCount(), 2);
 }
 
-TEST_F(Three, ABrokenFilterFailsAndLiftsTheFilter) {
+TEST_F(Three, ABrokenFilterFailsAndLeavesTheSetAsItWas) {
     rs->SetFilter("[Category] = 'Paint'");
     EXPECT_VBERROR(rs->SetFilter("[Category] = 'Paint"), 3001);
-    EXPECT_EQ(rs->RecordCount(), 3);
-    EXPECT_EQ(rs->Filter(), "");
-    rs->SetFilter("[Category] = 'Paint'");
+    EXPECT_EQ(rs->RecordCount(), 2);
+    EXPECT_EQ(rs->Filter(), "[Category] = 'Paint'");
+    rs->SetFilter("");
     EXPECT_VBERROR(rs->SetFilter("[Colour] = 'red'"), 3265);
     EXPECT_EQ(rs->RecordCount(), 3);
+    EXPECT_EQ(rs->Filter(), "");
 }
 
 TEST_F(Three, SortTakesSeveralColumnsAndDesc) {
@@ -374,6 +375,36 @@ TEST_F(Three, FindFollowsTheViewAfterAFilter) {
     rs->SetFilter("Category = 'Paint'");
     rs->Find("[StockNo] = 'C300'");
     EXPECT_EQ(rs->AbsolutePosition(), 2);
+}
+
+}  // namespace
+
+namespace {
+
+// Values another program wrote that the columns' kinds cannot hold.
+TEST(ForeignValues, NumbersTooLargeForTheirColumnLoadAsOverflowedCells) {
+    TempCatalogue cat;
+    cat.sql(
+        "INSERT INTO Products (StockNo, Cost1, Cost2, Inventory, OnOrder, NoSold) VALUES "
+        "('A1', 1e300, -1e300, 1e20, 3000000000, '1e999'),"
+        "('B2', 4, 5, 6, 7, 8);");
+    auto conn = cat.connect();
+    auto rs = cat.open(StatementA, *conn);
+    ASSERT_EQ(rs->RecordCount(), 2);
+    EXPECT_EQ(CStr(rs->Fields("StockNo").Value()), "A1");
+    for (const char* column : {"Cost1", "Cost2", "Inventory", "OnOrder", "NoSold"}) {
+        SCOPED_TRACE(column);
+        EXPECT_VBERROR(rs->Fields(column).Value(), 6);
+    }
+    // The cells still sort and compare by their sign, and a written value replaces them.
+    rs->SetSort("Cost1 Desc");
+    EXPECT_EQ(CStr(rs->Fields("StockNo").Value()), "A1");
+    rs->SetFilter("Cost2 < 0");
+    EXPECT_EQ(rs->RecordCount(), 1);
+    rs->Fields("Cost1").SetValue(Variant(2.5));
+    EXPECT_EQ(CStr(rs->Fields("Cost1").Value()), "2.5");
+    rs->MoveFirst();
+    EXPECT_EQ(cat.query("SELECT Cost1 FROM Products WHERE StockNo = 'A1'"), "2.5");
 }
 
 }  // namespace
