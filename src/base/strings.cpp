@@ -314,3 +314,7 @@ bool LikePattern::matches(std::string_view text) const {
 bool likeMatch(std::string_view text, std::string_view pattern) {
     return LikePattern(pattern).matches(text);
 }
+
+std::string numbered(const std::string& key, int n) {
+    return key + "(" + std::to_string(n) + ")";
+}

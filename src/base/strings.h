@@ -63,3 +63,7 @@ class LikePattern {
 };
 
 bool likeMatch(std::string_view text, std::string_view pattern);
+
+// An indexed name as the settings and the documents write it: numbered("LabelName", 3) is
+// "LabelName(3)".
+std::string numbered(const std::string& key, int n);

@@ -1,6 +1,6 @@
 // Adding a folder, started by the link `Folder`.
-#include "shell/products.h"
+#include "build/bulk.h"
 
-void Products::Folders() {
+void Bulk::Folders() {
     // NOT BUILT YET: the folder import.
 }

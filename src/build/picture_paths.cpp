@@ -1,6 +1,6 @@
 // Changing the pictures' path, started by the link `ChangePicPath`.
-#include "shell/products.h"
+#include "build/bulk.h"
 
-void Products::ChP() {
+void Bulk::ChP() {
     // NOT BUILT YET: the picture path change.
 }

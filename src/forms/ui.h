@@ -29,6 +29,7 @@ inline constexpr int vbNo = 7;
 
 inline constexpr int vbModal = 1;
 inline constexpr int vbDefault = 0;
+inline constexpr int vbNormal = vbDefault;  // the mouse pointer's
 inline constexpr int vbHourglass = 11;
 
 inline constexpr const char* vbCrLf = "\r\n";

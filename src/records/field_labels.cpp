@@ -1,19 +1,10 @@
 // The shop's own names for the field labels and the boxes it hides. Both are kept in the
 // settings; the names also feed the six lstAll lists, which read them at load.
 #include "base/convert.h"
+#include "base/strings.h"
 #include "forms/runtime.h"
 #include "shell/module.h"
 #include "shell/products.h"
-
-namespace {
-
-constexpr int vbNormal = vb::vbDefault;
-
-std::string numbered(const std::string& key, int n) {
-    return key + "(" + std::to_string(n) + ")";
-}
-
-}  // namespace
 
 void Products::Label3_DblClick(int Index) {
     Trap ignore = Trap::Ignoring();
@@ -50,7 +41,7 @@ void Products::mnuRestoreLabels_Click() {
                            CStr((*Mod().MainForm)("Label3", n).Property("Tag")));
         });
     }
-    ignore([&] { rt.SetMousePointer(vbNormal); });
+    ignore([&] { rt.SetMousePointer(vb::vbNormal); });
 }
 
 void Products::mnuRestore_Click() {
@@ -69,5 +60,5 @@ void Products::mnuRestore_Click() {
                            CStr((*Mod().MainForm)("txtFields", n).Property("Tag")));
         });
     }
-    ignore([&] { rt.SetMousePointer(vbNormal); });
+    ignore([&] { rt.SetMousePointer(vb::vbNormal); });
 }

@@ -7,6 +7,7 @@
 #include "shell/module.h"
 #include "shell/products.h"
 #include "shell/when.h"
+#include "webcat/web_catalogue.h"
 
 namespace {
 
@@ -263,7 +264,7 @@ void Products::Command4_Click() {
     if (when(on, [&] { return Command4.Caption() == "Thumbnails"; })) {
         on([&] { Command4.SetCaption("Cancel"); });
         on([&] { Mod().ThumbsMode = true; });
-        on([&] { MakeThumbs(); });
+        on([&] { webcat->MakeThumbs(); });
     } else {
         on([&] { Command4.SetCaption("Thumbnails"); });
         on([&] { Mod().ThumbsMode = false; });

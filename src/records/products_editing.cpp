@@ -2,6 +2,8 @@
 // bound to adoPrimaryRS: typing into a box changes the row's pending edit and moving off the
 // row saves it; the buttons here only frame that.
 #include "base/convert.h"
+#include "base/strings.h"
+#include "build/bulk.h"
 #include "forms/runtime.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
@@ -10,12 +12,7 @@
 
 namespace {
 
-constexpr int vbNormal = vb::vbDefault;
 constexpr int adStatusCancel = 4;
-
-std::string numbered(const std::string& key, int n) {
-    return key + "(" + std::to_string(n) + ")";
-}
 
 }  // namespace
 
@@ -55,7 +52,7 @@ void Products::cmdUpdate_Click() {
     Trap on = Trap::Handled([&](int number) {
         Errhandler(tag);
         if (number != vberr::ObjectOpen) return Trap::Resume::Next;
-        rt.SetMousePointer(vbNormal);
+        rt.SetMousePointer(vb::vbNormal);
         cmdCancel_Click();
         return Trap::Resume::Exit;
     });
@@ -71,7 +68,7 @@ void Products::cmdUpdate_Click() {
     on([&] { adoPrimaryRS->Close(); });
     on([&] { adoPrimaryRS->Open(); });
     on([&] { cmdRefresh_Click(); });
-    on([&] { rt.SetMousePointer(vbNormal); });
+    on([&] { rt.SetMousePointer(vb::vbNormal); });
 }
 
 void Products::cmdCancel_Click() {
@@ -103,7 +100,7 @@ void Products::cmdRefresh_Click() {
             return Trap::Resume::Next;
         }
         adoPrimaryRS->Open();
-        rt.SetMousePointer(vbNormal);
+        rt.SetMousePointer(vb::vbNormal);
         return Trap::Resume::Again;
     });
     on([&] { rt.SetMousePointer(vb::vbHourglass); });
@@ -113,7 +110,7 @@ void Products::cmdRefresh_Click() {
     // A hidden grid's record set stays as it was.
     if (when(on, [&] { return (*this)("grddatagrid").Visible(); }))
         on([&] { adoprimaryrs2->Requery(ado::adCmdUnknown); });
-    on([&] { rt.SetMousePointer(vbNormal); });
+    on([&] { rt.SetMousePointer(vb::vbNormal); });
 }
 
 void Products::cmdReset_Click() {
@@ -129,7 +126,7 @@ void Products::cmdEditRec_Click() {
     Module& m = Mod();
     if (when(on, [&] { return (*this)("cmdShowPic").Caption() != "View Mode"; })) {
         on([&] { m.BulkEditMode = true; });
-        on([&] { GetFiles(); });
+        on([&] { bulk->GetFiles(); });
         while (when(on, [&] { return m.BulkEditMode; }))
             on([&] { Runtime::Current().WaitForUser(); });
         on([&] { ReBuildDB(); });
@@ -141,7 +138,7 @@ void Products::Command3_Click() {
     on([&] { ExportMode = true; });
     on([&] { (*this)("cmdSelectAll").SetVisible(true); });
     on([&] { (*this)("cmdUnSelect").SetVisible(true); });
-    on([&] { GetFiles(); });
+    on([&] { bulk->GetFiles(); });
 }
 
 void Products::Command16_Click() {

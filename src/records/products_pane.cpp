@@ -6,6 +6,7 @@
 #include "base/convert.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
+#include "build/bulk.h"
 #include "forms/runtime.h"
 #include "records/pane.h"
 #include "shell/errhandler.h"
@@ -142,31 +143,31 @@ void Products::Wb1_BeforeNavigate2(const std::string& url, bool& Cancel) {
     // 12 to 16. The build menu's tasks, run inside this event.
     if (when(ignore, [&] { return InStr(U, "BLANKCHANGEPICPATH") > 0; })) {
         ignore([&] { Cancel = true; });
-        ignore([&] { ChP(); });
+        ignore([&] { bulk->ChP(); });
         return;
     }
     if (when(ignore, [&] { return InStr(U, "BLANKTEXTEDIT") > 0; })) {
         ignore([&] { Cancel = true; });
         ignore([&] { EditPlacements = true; });
-        ignore([&] { GetFiles(); });
+        ignore([&] { bulk->GetFiles(); });
         return;
     }
     if (when(ignore, [&] { return InStr(U, "BLANKDBFILES") > 0; })) {
         ignore([&] { Cancel = true; });
         ignore([&] { EditPlacements = false; });
         ignore([&] { ImportKind = 7; });
-        ignore([&] { GetFiles(); });
+        ignore([&] { bulk->GetFiles(); });
         return;
     }
     if (when(ignore, [&] { return InStr(U, "BLANKTEXTFILES") > 0; })) {
         ignore([&] { Cancel = true; });
         ignore([&] { EditPlacements = false; });
-        ignore([&] { GetFiles(); });
+        ignore([&] { bulk->GetFiles(); });
         return;
     }
     if (when(ignore, [&] { return InStr(U, "BLANKFOLDER") > 0; })) {
         ignore([&] { Cancel = true; });
-        ignore([&] { Folders(); });
+        ignore([&] { bulk->Folders(); });
         return;
     }
     // 17 to 19. The answers that a waiting task reads.

@@ -7,6 +7,7 @@
 
 #include "base/convert.h"
 #include "base/strings.h"
+#include "forms/placement.h"
 #include "forms/runtime.h"
 #include "records/store.h"
 #include "shell/errhandler.h"
@@ -96,21 +97,6 @@ Products& mainForm() {
     return *Mod().MainForm;
 }
 
-struct Box {
-    double left, top, width, height;
-};
-
-Control& add(Form& f, const std::string& name, ControlKind kind, int index, Box b,
-             const std::string& caption = "") {
-    Control& c = f.Add(name, kind, index);
-    c.SetNum("Left", b.left);
-    c.SetNum("Top", b.top);
-    c.SetNum("Width", b.width);
-    c.SetNum("Height", b.height);
-    if (!caption.empty()) c.SetCaption(caption);
-    return c;
-}
-
 }  // namespace
 
 Search::Search() : Form("Search") {
@@ -128,32 +114,36 @@ void Search::createControls() {
     // right; the value, the preview and the three commands below. Each group of options
     // stands in its frame, places within the frame.
     const double rowStep = 270, firstRow = 270, columnStep = 1740;
-    add(*this, "Frame1", ControlKind::Frame, -1, {120, 120, 3720, 4440}, "WhereTo Search");
-    add(*this, "Frame2", ControlKind::Frame, -1, {3960, 120, 2280, 2790}, "Search Operators");
-    add(*this, "Frame3", ControlKind::Frame, -1, {6360, 120, 3720, 4440}, "Sort Them By");
+    addControl(*this, "Frame1", ControlKind::Frame, -1, {120, 120, 3720, 4440}, "WhereTo Search");
+    addControl(*this, "Frame2", ControlKind::Frame, -1, {3960, 120, 2280, 2790},
+               "Search Operators");
+    addControl(*this, "Frame3", ControlKind::Frame, -1, {6360, 120, 3720, 4440}, "Sort Them By");
     for (int i = 1; i <= FieldCount; ++i) {
         const double column = (i - 1) / 15, row = (i - 1) % 15;
         const Box place{120 + column * columnStep, firstRow + row * rowStep, 1700, 255};
-        add(*this, "optsrch", ControlKind::OptionButton, i, place).SetContainer("Frame1");
-        add(*this, "optSort", ControlKind::OptionButton, i, place).SetContainer("Frame3");
+        addControl(*this, "optsrch", ControlKind::OptionButton, i, place).SetContainer("Frame1");
+        addControl(*this, "optSort", ControlKind::OptionButton, i, place).SetContainer("Frame3");
     }
     for (int i = 0; i < static_cast<int>(Operators.size()); ++i)
-        add(*this, "optOperator", ControlKind::OptionButton, i,
-            {120, firstRow + i * rowStep, 2040, 255}, Operators[i].caption)
+        addControl(*this, "optOperator", ControlKind::OptionButton, i,
+                   {120, firstRow + i * rowStep, 2040, 255}, Operators[i].caption)
             .SetContainer("Frame2");
-    add(*this, "Check1", ControlKind::CheckBox, -1, {4080, 3030, 2160, 255}, "Whole Words ONLY");
-    add(*this, "chkReverse", ControlKind::CheckBox, -1, {4080, 3360, 2160, 255}, "Reverse Order");
+    addControl(*this, "Check1", ControlKind::CheckBox, -1, {4080, 3030, 2160, 255},
+               "Whole Words ONLY");
+    addControl(*this, "chkReverse", ControlKind::CheckBox, -1, {4080, 3360, 2160, 255},
+               "Reverse Order");
     const char* const joiners[] = {"And", "Or", "Then By"};
     for (int i = 0; i < 3; ++i)
-        add(*this, "cmdAndOr", ControlKind::CommandButton, i, {3960 + i * 770.0, 3780, 740, 375},
-            joiners[i]);
-    add(*this, "txtSearch", ControlKind::TextBox, -1, {120, 4680, 9960, 315});
-    add(*this, "Text1", ControlKind::TextBox, -1, {120, 5070, 9960, 660});
-    add(*this, "cmdSrch", ControlKind::CommandButton, -1, {6000, 5820, 1320, 360}, "Search");
-    add(*this, "cmdStartOver", ControlKind::CommandButton, -1, {7380, 5820, 1320, 360},
-        "Start Over");
-    add(*this, "cmdCancel", ControlKind::CommandButton, -1, {8760, 5820, 1320, 360}, "Cancel");
-    add(*this, "Data1", ControlKind::DataControl, -1, {120, 5790, 1200, 300}, "Data1")
+        addControl(*this, "cmdAndOr", ControlKind::CommandButton, i,
+                   {3960 + i * 770.0, 3780, 740, 375}, joiners[i]);
+    addControl(*this, "txtSearch", ControlKind::TextBox, -1, {120, 4680, 9960, 315});
+    addControl(*this, "Text1", ControlKind::TextBox, -1, {120, 5070, 9960, 660});
+    addControl(*this, "cmdSrch", ControlKind::CommandButton, -1, {6000, 5820, 1320, 360}, "Search");
+    addControl(*this, "cmdStartOver", ControlKind::CommandButton, -1, {7380, 5820, 1320, 360},
+               "Start Over");
+    addControl(*this, "cmdCancel", ControlKind::CommandButton, -1, {8760, 5820, 1320, 360},
+               "Cancel");
+    addControl(*this, "Data1", ControlKind::DataControl, -1, {120, 5790, 1200, 300}, "Data1")
         .SetVisible(false);
     Data1 = CreateDataControl();
     Data1->SetConnect("Access 2000;");

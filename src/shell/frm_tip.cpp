@@ -6,6 +6,7 @@
 
 #include "base/convert.h"
 #include "base/textio.h"
+#include "forms/placement.h"
 #include "forms/runtime.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
@@ -19,19 +20,12 @@ frmTip::frmTip() : Form("frmTip") {
     SetCaption("Tip of the Day");
     SetNum("Width", 5520);
     SetNum("Height", 3690);
-    auto place = [](Control& c, double left, double top, double width, double height) -> Control& {
-        c.SetNum("Left", left);
-        c.SetNum("Top", top);
-        c.SetNum("Width", width);
-        c.SetNum("Height", height);
-        return c;
-    };
-    place(Add("Label1", ControlKind::Label), 600, 240, 3600, 255).SetCaption("Did you know...");
-    place(Add("lblTipText", ControlKind::Label), 600, 600, 3600, 2100);
-    place(Add("cmdOK", ControlKind::CommandButton), 4200, 240, 1095, 375).SetCaption("OK");
-    place(Add("cmdNextTip", ControlKind::CommandButton), 4200, 720, 1095, 375)
+    place(Add("Label1", ControlKind::Label), {600, 240, 3600, 255}).SetCaption("Did you know...");
+    place(Add("lblTipText", ControlKind::Label), {600, 600, 3600, 2100});
+    place(Add("cmdOK", ControlKind::CommandButton), {4200, 240, 1095, 375}).SetCaption("OK");
+    place(Add("cmdNextTip", ControlKind::CommandButton), {4200, 720, 1095, 375})
         .SetCaption("&Next Tip");
-    place(Add("chkLoadTipsAtStartup", ControlKind::CheckBox), 120, 2880, 3000, 315)
+    place(Add("chkLoadTipsAtStartup", ControlKind::CheckBox), {120, 2880, 3000, 315})
         .SetCaption("&Show Tips at Startup");
     OnClick("cmdOK", &frmTip::cmdOK_Click);
     OnClick("cmdNextTip", &frmTip::cmdNextTip_Click);

@@ -10,7 +10,9 @@
 #include "forms/form.h"
 #include "records/store.h"
 
+class Bulk;
 class Pane;
+class WebCatalogue;
 
 // The main form: the record fields, the pane `Wb1`, the menu and every bulk tool. Its
 // procedures live in the folder of their subsystem.
@@ -121,13 +123,9 @@ class Products : public Form {
     // The MENU button (records/products_pane.cpp).
     void Command21_Click();
 
-    // The bulk tools that the pane's links start (build/).
-    void Folders();
-    void GetFiles();
-    void ChP();
-
-    // The web catalogue (webcat/).
-    void MakeThumbs();
+    // The parts of the form that the later subsystems keep in their folders.
+    std::unique_ptr<Bulk> bulk;            // build/
+    std::unique_ptr<WebCatalogue> webcat;  // webcat/
 
   private:
     // The controls, one group each (shell/products_controls.cpp).

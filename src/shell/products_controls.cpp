@@ -3,36 +3,14 @@
 // view mode the pane fills the form above the bar of move buttons.
 #include <array>
 
+#include "build/bulk.h"
+#include "forms/placement.h"
 #include "forms/runtime.h"
 #include "records/pane.h"
 #include "shell/products.h"
+#include "webcat/web_catalogue.h"
 
 namespace {
-
-struct Box {
-    double left, top, width, height;
-};
-
-void place(Control& c, Box b) {
-    c.SetNum("Left", b.left);
-    c.SetNum("Top", b.top);
-    c.SetNum("Width", b.width);
-    c.SetNum("Height", b.height);
-}
-
-Control& add(Form& f, const std::string& name, ControlKind kind, int index, Box b,
-             const std::string& caption = "") {
-    Control& c = f.Add(name, kind, index);
-    place(c, b);
-    if (!caption.empty()) c.SetCaption(caption);
-    return c;
-}
-
-// The control stands in a frame (or a menu under its menu); its place is the frame's.
-Control& inside(Control& c, const std::string& container) {
-    c.SetContainer(container);
-    return c;
-}
 
 // A record field: its box (or check box) and its label, `Label3(label)`.
 struct Field {
@@ -68,14 +46,14 @@ bool isCheckField(int n) {
 
 void addField(Form& f, const Field& fd, Box label, Box box, const std::string& frame) {
     if (fd.label) {
-        Control& l = add(f, "Label3", ControlKind::Label, fd.label, label, fd.caption);
+        Control& l = addControl(f, "Label3", ControlKind::Label, fd.label, label, fd.caption);
         l.SetProperty("Tag", Variant(fd.caption));  // the design caption, for Restore Labels
         inside(l, frame);
     }
     if (isCheckField(fd.n)) {
-        inside(add(f, "chkFields", ControlKind::CheckBox, fd.n, box), frame);
+        inside(addControl(f, "chkFields", ControlKind::CheckBox, fd.n, box), frame);
     } else {
-        Control& t = add(f, "txtFields", ControlKind::TextBox, fd.n, box);
+        Control& t = addControl(f, "txtFields", ControlKind::TextBox, fd.n, box);
         t.SetProperty("Tag", Variant("true"));
         inside(t, frame);
     }
@@ -99,6 +77,9 @@ Products::Products() : Form("Products") {
     wirePane();
     wireEditing();
     wireSearch();
+    // The later subsystems' parts wire their own events, on controls made above.
+    bulk = std::make_unique<Bulk>(*this);
+    webcat = std::make_unique<WebCatalogue>(*this);
     // A change typed into a bound box goes into the row's pending edit.
     Observe([this](Form&, Control* c, std::string_view property) {
         if (c) binding.Changed(*c, property);
@@ -109,25 +90,26 @@ Products::~Products() = default;
 
 void Products::createPanels() {
     // The form opens in view mode: the command panel is hidden and the pane fills the form.
-    add(*this, "Frame5", ControlKind::Frame, -1, {0, 0, 5300, 5700}).SetVisible(false);
-    add(*this, "Frame4", ControlKind::Frame, -1, {5300, 0, 4030, 1700});
-    add(*this, "Wb1", ControlKind::Browser, -1, {50, 0, 9280, 5700});
-    add(*this, "Frame9", ControlKind::Frame, -1, {0, 0, 3000, 5700}, "Web Pages").SetVisible(false);
-    inside(add(*this, "File1", ControlKind::FileList, -1, {100, 300, 2800, 5200}), "Frame9");
-    add(*this, "Frame11", ControlKind::Frame, -1, {50, 0, 9280, 5700},
-        "Drag The Boxes On The Right To The Boxes On The Left To Where You Want Each Item "
-        "Included")
+    addControl(*this, "Frame5", ControlKind::Frame, -1, {0, 0, 5300, 5700}).SetVisible(false);
+    addControl(*this, "Frame4", ControlKind::Frame, -1, {5300, 0, 4030, 1700});
+    addControl(*this, "Wb1", ControlKind::Browser, -1, {50, 0, 9280, 5700});
+    addControl(*this, "Frame9", ControlKind::Frame, -1, {0, 0, 3000, 5700}, "Web Pages")
+        .SetVisible(false);
+    inside(addControl(*this, "File1", ControlKind::FileList, -1, {100, 300, 2800, 5200}), "Frame9");
+    addControl(*this, "Frame11", ControlKind::Frame, -1, {50, 0, 9280, 5700},
+               "Drag The Boxes On The Right To The Boxes On The Left To Where You Want Each Item "
+               "Included")
         .SetVisible(false);
     // Shown by Export DB only.
-    inside(add(*this, "cmdSelectAll", ControlKind::CommandButton, -1, {7600, 5000, 1500, 300},
-               "Select ALL"),
+    inside(addControl(*this, "cmdSelectAll", ControlKind::CommandButton, -1,
+                      {7600, 5000, 1500, 300}, "Select ALL"),
            "Frame11")
         .SetVisible(false);
-    inside(add(*this, "cmdUnSelect", ControlKind::CommandButton, -1, {7600, 5340, 1500, 300},
-               "Un-Select ALL"),
+    inside(addControl(*this, "cmdUnSelect", ControlKind::CommandButton, -1, {7600, 5340, 1500, 300},
+                      "Un-Select ALL"),
            "Frame11")
         .SetVisible(false);
-    add(*this, "Frame12", ControlKind::Frame, -1, {0, 0, 9300, 7200}, "Page Setup")
+    addControl(*this, "Frame12", ControlKind::Frame, -1, {0, 0, 9300, 7200}, "Page Setup")
         .SetVisible(false);
 }
 
@@ -146,8 +128,8 @@ void Products::createRecordControls() {
               (mainFields[i + 1].n == 18 || mainFields[i + 1].n == 17)))
             top += 320;
     }
-    inside(add(*this, "cmdSup", ControlKind::CommandButton, 0, {labelLeft, top - 320, 850, 285},
-               "  Supplier:"),
+    inside(addControl(*this, "cmdSup", ControlKind::CommandButton, 0,
+                      {labelLeft, top - 320, 850, 285}, "  Supplier:"),
            "Frame4");
     // Each column of the panel's fields is as wide as its longest label.
     struct Column {
@@ -163,20 +145,22 @@ void Products::createRecordControls() {
     }
     // The notes box stands right of its label; where it starts also sets how wide the pane
     // beside the panel is in edit mode.
-    inside(add(*this, "Label3", ControlKind::Label, 29, {120, 3600, 900, 255}, "Notes:"), "Frame5")
+    inside(addControl(*this, "Label3", ControlKind::Label, 29, {120, 3600, 900, 255}, "Notes:"),
+           "Frame5")
         .SetProperty("Tag", Variant("Notes:"));
-    inside(add(*this, "txtFields", ControlKind::TextBox, 12, {1070, 3600, 4130, 2000}), "Frame5")
+    inside(addControl(*this, "txtFields", ControlKind::TextBox, 12, {1070, 3600, 4130, 2000}),
+           "Frame5")
         .SetProperty("Tag", Variant("true"));
-    add(*this, "txtFields", ControlKind::TextBox, 19, {50, 5460, 9200, 285})
+    addControl(*this, "txtFields", ControlKind::TextBox, 19, {50, 5460, 9200, 285})
         .SetProperty("Tag", Variant("true"));
-    add(*this, "Text2", ControlKind::TextBox, -1, {7300, 1400, 1900, 285}).SetVisible(false);
+    addControl(*this, "Text2", ControlKind::TextBox, -1, {7300, 1400, 1900, 285}).SetVisible(false);
 }
 
 void Products::createCommandPanel() {
     auto button = [&](const std::string& name, int column, int row,
                       const std::string& caption) -> Control& {
-        return inside(add(*this, name, ControlKind::CommandButton, -1,
-                          {100 + column * 1290.0, 120 + row * 320.0, 1275, 300}, caption),
+        return inside(addControl(*this, name, ControlKind::CommandButton, -1,
+                                 {100 + column * 1290.0, 120 + row * 320.0, 1275, 300}, caption),
                       "Frame5");
     };
     button("cmdAdd", 0, 0, "&Add 1 New");
@@ -193,28 +177,30 @@ void Products::createCommandPanel() {
     button("Command16", 1, 2, "Show Help");
     button("Command2", 2, 2, "Order Done").SetVisible(false);
     button("Command3", 3, 2, "Export DB");
-    inside(add(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2565, 300}), "Frame5");
+    inside(addControl(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2565, 300}),
+           "Frame5");
     button("cmdSearch", 2, 3, "Search");
 }
 
 void Products::createBrowsingControls() {
     const double bar = 5760, bar2 = 6090, h = 315;
     auto button = [&](const std::string& name, Box b, const std::string& caption) {
-        add(*this, name, ControlKind::CommandButton, -1, b, caption);
+        addControl(*this, name, ControlKind::CommandButton, -1, b, caption);
     };
     button("cmdFirst", {50, bar, 600, h}, "First");
     button("cmdPrevious", {660, bar, 750, h}, "Previous");
     button("cmdNext", {1420, bar, 600, h}, "Next");
     button("cmdLast", {2030, bar, 600, h}, "Last");
-    add(*this, "lblStatus", ControlKind::Label, -1, {2700, bar + 40, 2000, 255});
-    add(*this, "Slider1", ControlKind::Slider, -1, {4750, bar, 1500, h});
+    addControl(*this, "lblStatus", ControlKind::Label, -1, {2700, bar + 40, 2000, 255});
+    addControl(*this, "Slider1", ControlKind::Slider, -1, {4750, bar, 1500, h});
     button("cmdGrid", {6300, bar, 950, h}, "Show Grid");
     button("cmdShowPic", {7260, bar, 950, h}, "Edit Mode");
     button("cmdShowPicPath", {8220, bar, 1050, h}, "Picture Path ");
     button("Command4", {50, bar2, 1100, h}, "Thumbnails");
     button("Command5", {1160, bar2, 1100, h}, "Web Pages");
     button("Command21", {2270, bar2, 900, h}, "MENU");
-    add(*this, "grddatagrid", ControlKind::DataGrid, -1, {50, 0, 9280, 5700}).SetVisible(false);
+    addControl(*this, "grddatagrid", ControlKind::DataGrid, -1, {50, 0, 9280, 5700})
+        .SetVisible(false);
 }
 
 void Products::createLayoutBoard() {
@@ -224,23 +210,27 @@ void Products::createLayoutBoard() {
     for (int i = 0; i < 9; ++i) {
         double top = 600 + i * 305.0;
         // The page designer's board stands in the page setup panel.
-        inside(add(*this, "Label4", ControlKind::Label, i, {200, top, 1500, 285}, boxes[i]),
+        inside(addControl(*this, "Label4", ControlKind::Label, i, {200, top, 1500, 285}, boxes[i]),
                "Frame12");
-        inside(
-            add(*this, "cmdInsrt", ControlKind::CommandButton, i, {1750, top, 800, 285}, "Insert"),
-            "Frame12");
+        inside(addControl(*this, "cmdInsrt", ControlKind::CommandButton, i, {1750, top, 800, 285},
+                          "Insert"),
+               "Frame12");
         if (i < 6)
-            inside(add(*this, "lstAll", ControlKind::ListBox, i, {2600, top - 20, 2000, 285}),
-                   "Frame12");
+            inside(
+                addControl(*this, "lstAll", ControlKind::ListBox, i, {2600, top - 20, 2000, 285}),
+                "Frame12");
     }
-    inside(add(*this, "Combo1", ControlKind::ComboBox, -1, {5000, 600, 1500, 315}), "Frame12");
+    inside(addControl(*this, "Combo1", ControlKind::ComboBox, -1, {5000, 600, 1500, 315}),
+           "Frame12");
     // The stock numbers of the chosen page groups; shown only during a page run.
-    add(*this, "List2", ControlKind::ListBox, -1, {5000, 1000, 2000, 4000}).SetVisible(false);
+    addControl(*this, "List2", ControlKind::ListBox, -1, {5000, 1000, 2000, 4000})
+        .SetVisible(false);
 }
 
 void Products::createDataControls() {
     for (const char* name : {"Data1", "Data2", "Data3"})
-        add(*this, name, ControlKind::DataControl, -1, {0, 0, 1200, 300}, name).SetVisible(false);
+        addControl(*this, name, ControlKind::DataControl, -1, {0, 0, 1200, 300}, name)
+            .SetVisible(false);
     Data1 = CreateDataControl();
     Data2 = CreateDataControl();
     Data3 = CreateDataControl();
@@ -253,7 +243,7 @@ void Products::createMenus() {
     // Each item names the menu it stands under; "" for the menu bar.
     auto menu = [&](const std::string& name, const std::string& caption,
                     const std::string& parent = "") {
-        inside(add(*this, name, ControlKind::Menu, -1, {0, 0, 0, 0}, caption), parent);
+        inside(addControl(*this, name, ControlKind::Menu, -1, {0, 0, 0, 0}, caption), parent);
     };
     menu("mnuFile", "&File");
     menu("mnuFileExit", "E&xit", "mnuFile");

@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "base/convert.h"
+#include "base/strings.h"
 #include "forms/runtime.h"
 #include "records/product_statements.h"
 #include "records/store.h"
@@ -13,15 +14,10 @@
 namespace {
 
 constexpr int vbMinimized = 1;
-constexpr int vbNormal = vb::vbDefault;
 
 bool fileExists(const std::string& path) {
     std::error_code ec;
     return std::filesystem::is_regular_file(path, ec);
-}
-
-std::string numbered(const std::string& key, int n) {
-    return key + "(" + std::to_string(n) + ")";
 }
 
 }  // namespace
@@ -109,7 +105,7 @@ void Products::Form_Activate() {
     Trap on = reportTo("(Form) Products::Sub Form_Activate");
     Runtime& rt = Runtime::Current();
     Module& m = Mod();
-    on([&] { rt.SetMousePointer(vbNormal); });
+    on([&] { rt.SetMousePointer(vb::vbNormal); });
     on([&] { (*this)("txtFields", 19).SetVisible(false); });
     if (when(on, [&] { return m.SoldQty > 0; })) {
         on([&] {
@@ -168,7 +164,7 @@ void Products::Form_QueryUnload(int& Cancel, int /*UnloadMode*/) {
 
 void Products::Form_Unload(int& /*Cancel*/) {
     Trap on = reportTo("(Form) Products::Sub Form_Unload");
-    on([&] { Runtime::Current().SetMousePointer(vbNormal); });
+    on([&] { Runtime::Current().SetMousePointer(vb::vbNormal); });
     on([&] { cmdClose_Click(); });
     Runtime::Current().End();
 }
@@ -215,7 +211,7 @@ void Products::ReBuildDB() {
     on([&] { bindFields(); });
     on([&] { m.SearchFormOpen = Variant(false); });
     on([&] { mbDataChanged = false; });
-    on([&] { rt.SetMousePointer(vbNormal); });
+    on([&] { rt.SetMousePointer(vb::vbNormal); });
 }
 
 void Products::showDataForm(const std::string& form, const std::string& tag) {
@@ -225,7 +221,7 @@ void Products::showDataForm(const std::string& form, const std::string& tag) {
     on([&] { rt.LetEventsRun(); });
     // A form that is not part of the program yet fails here in silence.
     on([&] { rt.Show(rt.Get(form)); });
-    on([&] { rt.SetMousePointer(vbNormal); });
+    on([&] { rt.SetMousePointer(vb::vbNormal); });
 }
 
 void Products::mnuDataProducts_Click() {
@@ -235,7 +231,7 @@ void Products::mnuDataProducts_Click() {
     on([&] { rt.LetEventsRun(); });
     on([&] { Mod().MainForm = static_cast<Products*>(&rt.Create("Products")); });
     on([&] { rt.Show(*Mod().MainForm); });
-    on([&] { rt.SetMousePointer(vbNormal); });
+    on([&] { rt.SetMousePointer(vb::vbNormal); });
 }
 
 void Products::mnuDatafrmInventory_Click() {
@@ -264,7 +260,7 @@ void Products::mnuHelpTip_Click() {
     on([&] { rt.SetMousePointer(vb::vbHourglass); });
     on([&] { rt.Show(rt.Get("frmTip")); });
     on([&] { Mod().TipsAsked = false; });
-    on([&] { rt.SetMousePointer(vbNormal); });
+    on([&] { rt.SetMousePointer(vb::vbNormal); });
 }
 
 void Products::mnuHelpAbout_Click() {

@@ -209,8 +209,14 @@ std::string SqliteRecordset::Filter() const {
 void SqliteRecordset::SetFilter(const std::string& criteria) {
     open();
     commitPending();
-    // A text the store refuses leaves the set as it was: same rows, same position.
-    cursor_->setFilter(criteria);
+    try {
+        cursor_->setFilter(criteria);
+    } catch (const VbError&) {
+        // A text the store refuses lifts the filter: the set shows, and counts, all its rows.
+        cursor_->setFilter("");
+        fireMove();
+        throw;
+    }
     fireMove();
 }
 

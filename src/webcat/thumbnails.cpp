@@ -1,6 +1,6 @@
 // The contact sheet of the current records, `tmpthumb.htm`.
-#include "shell/products.h"
+#include "webcat/web_catalogue.h"
 
-void Products::MakeThumbs() {
+void WebCatalogue::MakeThumbs() {
     // NOT BUILT YET: the thumbnails page.
 }

@@ -164,12 +164,12 @@ TEST_F(Three, FilterNullTestsFindMissingValues) {
     EXPECT_EQ(rs->RecordCount(), 2);
 }
 
-TEST_F(Three, ABrokenFilterFailsAndLeavesTheSetAsItWas) {
+TEST_F(Three, ABrokenFilterFailsAndLiftsTheFilter) {
     rs->SetFilter("[Category] = 'Paint'");
     EXPECT_VBERROR(rs->SetFilter("[Category] = 'Paint"), 3001);
-    EXPECT_EQ(rs->RecordCount(), 2);
-    EXPECT_EQ(rs->Filter(), "[Category] = 'Paint'");
-    rs->SetFilter("");
+    EXPECT_EQ(rs->RecordCount(), 3);
+    EXPECT_EQ(rs->Filter(), "");
+    rs->SetFilter("[Category] = 'Paint'");
     EXPECT_VBERROR(rs->SetFilter("[Colour] = 'red'"), 3265);
     EXPECT_EQ(rs->RecordCount(), 3);
     EXPECT_EQ(rs->Filter(), "");
