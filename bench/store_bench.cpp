@@ -31,7 +31,7 @@
 #include "records/product_statements.h"
 #include "records/store.h"
 #include "store/catalogue_builder.h"
-#include "store/recordset.h"
+#include "store/sqlite_recordset.h"
 #include "store/sqlite_file.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "store/connection.h"
+#include "store/sqlite_connection.h"
 
 #include "base/strings.h"
 #include "base/vb_error.h"

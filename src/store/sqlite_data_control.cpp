@@ -1,4 +1,4 @@
-#include "store/data_control.h"
+#include "store/sqlite_data_control.h"
 
 #include "base/vb_error.h"
 #include "records/store.h"

@@ -1,10 +1,10 @@
-#include "store/recordset.h"
+#include "store/sqlite_recordset.h"
 
 #include <optional>
 
 #include "base/vb_error.h"
 #include "records/store.h"
-#include "store/connection.h"
+#include "store/sqlite_connection.h"
 
 std::unique_ptr<Recordset> CreateRecordset() {
     return std::make_unique<SqliteRecordset>();
