@@ -137,7 +137,7 @@ std::string programFault(const VbError& e) {
            e.Description() + ")";
 }
 
-class Session : public ScriptedUi::Host {
+class Session final : public ScriptedUi::Host {
   public:
     Session(std::string name, const ProgramHooks& hooks, const RunnerOptions& options)
         : name_(std::move(name)), hooks_(hooks), options_(options) {}
