@@ -496,7 +496,9 @@ int run(const std::string& folder, int rows) {
     dc->Refresh();
     const double refreshMs = msBetween(r0, Clock::now());
     DaoRecordset& dao = dc->Recordset();
+    auto l0 = Clock::now();
     check(dao.RecordCount() == rows, "data control count");
+    const double loadMs = msBetween(l0, Clock::now());
     std::vector<std::string> daoCriteria;
     for (const auto& s : wanted)
         daoCriteria.push_back("[StockNo]='" + s + "'");
@@ -513,7 +515,8 @@ int run(const std::string& folder, int rows) {
         if (runNo == 0) daoCold = finds;
         daoBest = std::min(daoBest, finds);
     }
-    table.push_back({"data control Refresh (Products)", ms(refreshMs), "", "", ""});
+    table.push_back({"data control Refresh (Products)", ms(refreshMs),
+                     "field names only; the rows load on first use: " + ms(loadMs), "", ""});
     table.push_back({"10,000 FindFirst [StockNo]='X'", ms(daoBest),
                      "first run (builds the index) " + ms(daoCold), "< 10 ms",
                      verdict(daoBest < 10)});
