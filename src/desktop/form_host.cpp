@@ -6,6 +6,7 @@
 
 #include "desktop/form_window.h"
 #include "desktop/guard.h"
+#include "desktop/qt_ui.h"
 #include "forms/runtime.h"
 #include "forms/user_input.h"
 
@@ -76,6 +77,10 @@ void FormHost::collect() {
         const bool isLoaded = std::find(loaded.begin(), loaded.end(), it->first) != loaded.end();
         it = isLoaded ? std::next(it) : windows_.erase(it);
     }
+    // No procedure runs and nothing shows the unloaded forms any more: they can go, with
+    // whatever their controls hold (a form's record sets, its lists).
+    ui_.keepPanesOf(loaded);
+    Runtime::Current().CollectRetired();
 }
 
 }  // namespace desktop

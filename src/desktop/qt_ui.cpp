@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/convert.h"
 #include "desktop/form_host.h"
@@ -302,6 +303,12 @@ WebPane& QtUi::webPane(Form& form, const std::string& controlName) {
     auto& pane = panes_[{&form, key}];
     if (!pane) pane = std::make_unique<WebPane>();
     return *pane;
+}
+
+void QtUi::keepPanesOf(const std::vector<Form*>& live) {
+    std::erase_if(panes_, [&](const auto& entry) {
+        return std::find(live.begin(), live.end(), entry.first.first) == live.end();
+    });
 }
 
 Pane& QtUi::PaneFor(Form& form, const std::string& controlName) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "forms/ui.h"
 
@@ -43,6 +44,8 @@ class QtUi : public QObject, public Ui {
 
     FormHost& host() { return *host_; }
     WebPane& webPane(Form& form, const std::string& controlName);
+    // Drops the panes of every form not in `live` (forms that were unloaded).
+    void keepPanesOf(const std::vector<Form*>& live);
 
     // The classic filter text ("Text|*.txt|All|*.*") as Qt's name filters.
     static QStringList nameFilters(const std::string& filter);

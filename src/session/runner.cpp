@@ -24,6 +24,7 @@
 #include "session/script.h"
 #include "session/scripted_ui.h"
 #include "store/catalogue_builder.h"
+#include "store/scratch_folder.h"
 #include "store/sqlite_file.h"
 
 namespace fs = std::filesystem;
@@ -136,7 +137,7 @@ std::string programFault(const VbError& e) {
            e.Description() + ")";
 }
 
-class Session : public ScriptedUi::Host {
+class Session final : public ScriptedUi::Host {
   public:
     Session(std::string name, const ProgramHooks& hooks, const RunnerOptions& options)
         : name_(std::move(name)), hooks_(hooks), options_(options) {}
@@ -362,7 +363,7 @@ class Session : public ScriptedUi::Host {
     void makeFolder(const Command& c, const std::string& mode) {
         static int serial = 0;
         // The item view cuts picture paths at "-" and "S0", so the folder holds neither.
-        fs::path base = fs::temp_directory_path();
+        fs::path base = scratchFolder();
         std::string b = base.string();
         if (b.find('-') != std::string::npos || b.find("S0") != std::string::npos) base = "/tmp";
         fs::path folder =
@@ -386,9 +387,10 @@ class Session : public ScriptedUi::Host {
                 }
             }
             if (mode != "no-catalogue") {
-                std::vector<std::string> scripts{options_.fixturesDir + "/schema.sql"};
+                std::vector<std::string> scripts;
                 if (mode.empty()) scripts.push_back(options_.fixturesDir + "/sample.sql");
-                buildCatalogue(cataloguePath(), folder_, scripts);
+                copyCatalogue(options_.fixturesDir + "/empty.mde", cataloguePath(), folder_,
+                              scripts);
             }
         } catch (const VbError& e) {
             Fail(c, "",

@@ -20,7 +20,7 @@ struct ProgramHooks {
 struct RunnerOptions {
     // The staged program folder: every file in it is copied into each script's folder.
     std::string programDir;
-    // The folder with schema.sql and sample.sql, from which each catalogue is built.
+    // The folder with empty.mde and sample.sql, from which each catalogue is made.
     std::string fixturesDir;
     std::string catalogueName = "tandrel2004.mde";
 };

@@ -103,6 +103,17 @@ std::vector<int> Cursor::rowsThrough(const std::optional<Criteria>& filter) cons
     return rows;
 }
 
+std::vector<std::string> Cursor::fieldNames(SqliteFile& file, const SelectStatement& statement) {
+    std::string tableName;
+    int shown = 0;
+    const RowTable columns(loadedColumns(file, statement, tableName, shown));
+    if (!statement.where.empty()) Criteria::parse(statement.where, columns);
+    if (!statement.orderBy.empty()) parseSortList(statement.orderBy, columns);
+    std::vector<std::string> names = namesOf(columns);
+    names.resize(shown);
+    return names;
+}
+
 void Cursor::applyFilter() {
     filtered_ = rowsThrough(filter_);
     applySort();

@@ -18,6 +18,9 @@ class Cursor {
   public:
     // Loads the statement's rows. Criteria faults come as 3001/3265.
     Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement);
+    // The names of the statement's own columns, with the faults opening would give, without
+    // reading a row.
+    static std::vector<std::string> fieldNames(SqliteFile& file, const SelectStatement& statement);
 
     const RowTable& table() const { return table_; }
     int fieldCount() const { return shown_; }  // the statement's own columns

@@ -29,41 +29,52 @@ std::unique_ptr<DataControl> CreateDataControl() {
     return std::make_unique<SqliteDataControl>();
 }
 
+SqliteDaoRecordset::SqliteDaoRecordset(std::shared_ptr<SqliteFile> file, SelectStatement statement)
+    : file_(std::move(file)), statement_(std::move(statement)) {
+    names_ = inDaoTerms(vberr::SyntaxErrorInExpression,
+                        [&] { return Cursor::fieldNames(*file_, statement_); });
+}
+
+Cursor& SqliteDaoRecordset::rows() const {
+    if (!cursor_) cursor_ = std::make_unique<Cursor>(file_, statement_);
+    return *cursor_;
+}
+
 void SqliteDaoRecordset::leaveRow() {
-    cursor_->cancelUpdate();
+    rows().cancelUpdate();
 }
 
 void SqliteDaoRecordset::MoveFirst() {
-    if (cursor_->count() == 0) throw VbError(vberr::NoCurrentRecord);
+    if (rows().count() == 0) throw VbError(vberr::NoCurrentRecord);
     leaveRow();
-    cursor_->moveTo(0);
+    rows().moveTo(0);
 }
 
 void SqliteDaoRecordset::MoveLast() {
-    if (cursor_->count() == 0) throw VbError(vberr::NoCurrentRecord);
+    if (rows().count() == 0) throw VbError(vberr::NoCurrentRecord);
     leaveRow();
-    cursor_->moveTo(cursor_->count() - 1);
+    rows().moveTo(rows().count() - 1);
 }
 
 void SqliteDaoRecordset::MoveNext() {
-    if (cursor_->eof()) throw VbError(vberr::NoCurrentRecord);
+    if (rows().eof()) throw VbError(vberr::NoCurrentRecord);
     leaveRow();
-    cursor_->moveNext();
+    rows().moveNext();
 }
 
 void SqliteDaoRecordset::MovePrevious() {
-    if (cursor_->bof()) throw VbError(vberr::NoCurrentRecord);
+    if (rows().bof()) throw VbError(vberr::NoCurrentRecord);
     leaveRow();
-    cursor_->moveTo(cursor_->position() - 1);
+    rows().moveTo(rows().position() - 1);
 }
 
 void SqliteDaoRecordset::findFrom(const std::string& criteria, long from) {
     long found = inDaoTerms(vberr::SyntaxErrorInCriteria,
-                            [&] { return cursor_->find(criteria, from, true, false); });
+                            [&] { return rows().find(criteria, from, true, false); });
     noMatch_ = found < 0;
     if (noMatch_) return;
     leaveRow();
-    cursor_->moveTo(found);
+    rows().moveTo(found);
 }
 
 void SqliteDaoRecordset::FindFirst(const std::string& criteria) {
@@ -71,46 +82,46 @@ void SqliteDaoRecordset::FindFirst(const std::string& criteria) {
 }
 
 void SqliteDaoRecordset::FindNext(const std::string& criteria) {
-    findFrom(criteria, cursor_->position() + 1);
+    findFrom(criteria, rows().position() + 1);
 }
 
 void SqliteDaoRecordset::AddNew() {
     leaveRow();
-    positionBeforeAdd_ = cursor_->position();
-    cursor_->addNew();
+    positionBeforeAdd_ = rows().position();
+    rows().addNew();
 }
 
 void SqliteDaoRecordset::Edit() {
     leaveRow();
-    cursor_->beginEdit();
+    rows().beginEdit();
 }
 
 void SqliteDaoRecordset::Update() {
-    Cursor::Edit mode = cursor_->editMode();
+    Cursor::Edit mode = rows().editMode();
     if (mode == Cursor::Edit::None) throw VbError(UpdateWithoutEdit);
-    cursor_->update();
+    rows().update();
     // After adding, the record that was current before stays current.
-    if (mode == Cursor::Edit::Add) cursor_->moveTo(positionBeforeAdd_);
+    if (mode == Cursor::Edit::Add) rows().moveTo(positionBeforeAdd_);
 }
 
 void SqliteDaoRecordset::CancelUpdate() {
-    if (cursor_->editMode() == Cursor::Edit::None) throw VbError(UpdateWithoutEdit);
-    cursor_->cancelUpdate();
+    if (rows().editMode() == Cursor::Edit::None) throw VbError(UpdateWithoutEdit);
+    rows().cancelUpdate();
 }
 
 void SqliteDaoRecordset::Delete() {
     leaveRow();
-    cursor_->deleteCurrent();
+    rows().deleteCurrent();
 }
 
 std::string SqliteDaoRecordset::FieldName(int index) const {
     if (index < 0 || index >= FieldCount()) throw VbError(vberr::ItemNotFound);
-    return cursor_->table().column(index).name;
+    return names_[index];
 }
 
 void SqliteDaoRecordset::SetValue(int index, const Variant& value) {
-    if (cursor_->editMode() == Cursor::Edit::None) throw VbError(UpdateWithoutEdit);
-    cursor_->setValue(index, value);
+    if (rows().editMode() == Cursor::Edit::None) throw VbError(UpdateWithoutEdit);
+    rows().setValue(index, value);
 }
 
 std::shared_ptr<SqliteFile> SqliteDataControl::file() {
@@ -123,9 +134,7 @@ void SqliteDataControl::Refresh() {
     auto opened = file();
     auto statement = inDaoTerms(vberr::SyntaxErrorInExpression,
                                 [&] { return parseSelect(recordSource_, vberr::BadArguments); });
-    auto cursor = inDaoTerms(vberr::SyntaxErrorInExpression,
-                             [&] { return std::make_unique<Cursor>(opened, statement); });
-    recordset_ = std::make_unique<SqliteDaoRecordset>(std::move(cursor));
+    recordset_ = std::make_unique<SqliteDaoRecordset>(opened, std::move(statement));
 }
 
 DaoRecordset& SqliteDataControl::Recordset() {

@@ -6,14 +6,15 @@
 #include "store/cursor.h"
 
 // The record set of a data control on the SQLite store. Field writes need Edit or AddNew
-// first; a move discards an edit that was not updated.
+// first; a move discards an edit that was not updated. The rows are read on first use: a
+// form that only asks for the field names never holds the table in memory.
 class SqliteDaoRecordset : public DaoRecordset {
   public:
-    explicit SqliteDaoRecordset(std::unique_ptr<Cursor> cursor) : cursor_(std::move(cursor)) {}
+    SqliteDaoRecordset(std::shared_ptr<SqliteFile> file, SelectStatement statement);
 
-    long RecordCount() const override { return cursor_->count(); }
-    bool Bof() const override { return cursor_->bof(); }
-    bool Eof() const override { return cursor_->eof(); }
+    long RecordCount() const override { return rows().count(); }
+    bool Bof() const override { return rows().bof(); }
+    bool Eof() const override { return rows().eof(); }
     bool NoMatch() const override { return noMatch_; }
     void MoveFirst() override;
     void MoveLast() override;
@@ -28,17 +29,21 @@ class SqliteDaoRecordset : public DaoRecordset {
     void CancelUpdate() override;
     void Delete() override;
 
-    int FieldCount() const override { return cursor_->fieldCount(); }
-    int FieldIndex(std::string_view name) const override { return cursor_->columnIndex(name); }
+    int FieldCount() const override { return static_cast<int>(names_.size()); }
+    int FieldIndex(std::string_view name) const override { return rows().columnIndex(name); }
     std::string FieldName(int index) const override;
-    Variant GetValue(int index) const override { return cursor_->value(index); }
+    Variant GetValue(int index) const override { return rows().value(index); }
     void SetValue(int index, const Variant& value) override;
 
   private:
+    Cursor& rows() const;
     void leaveRow();
     void findFrom(const std::string& criteria, long from);
 
-    std::unique_ptr<Cursor> cursor_;
+    std::shared_ptr<SqliteFile> file_;
+    SelectStatement statement_;
+    std::vector<std::string> names_;
+    mutable std::unique_ptr<Cursor> cursor_;
     bool noMatch_ = false;
     long positionBeforeAdd_ = -1;
 };

@@ -352,6 +352,15 @@ TEST_F(Router, AFailedNavigationRepeatsTheLastAddress) {
     EXPECT_EQ(Mod().LastUrl, appDir() + "Help/intro2.htm");
 }
 
+TEST_F(Router, NoLastAddressIsKeptWhileStartingUp) {
+    startWithItems();
+    // The first item reached the pane while the form was loading.
+    EXPECT_EQ(Mod().LastUrl, "");
+    Mod().StartingUp = true;
+    navigate(appDir() + "Help/intro2.htm");
+    EXPECT_EQ(Mod().LastUrl, "");
+}
+
 TEST_F(Router, ARetryThatFailsTooIsRepeatedAtItsOwnFailure) {
     Products& p = startWithItems();
     // Count the program's navigations to the last address.

@@ -7,19 +7,6 @@ namespace {
 
 using Settings = ProgramTest;
 
-TEST_F(Settings, ExitMinimizedLeavesAllFiveValuesAsTheyWere) {
-    for (const char* key : {"MainLeft", "MainTop", "MainWidth", "MainHeight"})
-        setting("Settings", key, "777");
-    setting("Settings", "DBName", "kept.mde");
-    setting("Settings", "DBName", appDir() + "tandrel2004.mde");
-    Products& f = start();
-    f.SetProperty("WindowState", Variant(1));
-    EXPECT_THROW(f.mnuFileExit_Click(), ProgramEnded);
-    for (const char* key : {"MainLeft", "MainTop", "MainWidth", "MainHeight"})
-        EXPECT_EQ(saved("Settings", key), "777");
-    EXPECT_EQ(saved("Settings", "DBName"), appDir() + "tandrel2004.mde");
-}
-
 TEST_F(Settings, AStoredPositionOffTheScreenIsAppliedAsItStands) {
     setting("Settings", "MainLeft", "-30000");
     setting("Settings", "MainTop", "99999");

@@ -7,19 +7,20 @@
 
 #include "base/convert.h"
 #include "store/catalogue_builder.h"
+#include "store/scratch_folder.h"
 #include "store/sqlite_file.h"
 
 TempCatalogue::TempCatalogue(bool withSample) {
     static std::atomic<int> serial{0};
-    folder_ = (std::filesystem::temp_directory_path() /
+    folder_ = (scratchFolder() /
                ("cattest" + std::to_string(::getpid()) + "x" + std::to_string(serial++)))
                   .string() +
               "/";
     std::filesystem::create_directories(folder_);
     path_ = folder_ + "tandrel2004.mde";
-    std::vector<std::string> scripts{std::string(FIXTURES_DIR) + "/schema.sql"};
+    std::vector<std::string> scripts;
     if (withSample) scripts.push_back(std::string(FIXTURES_DIR) + "/sample.sql");
-    buildCatalogue(path_, folder_, scripts);
+    copyCatalogue(std::string(FIXTURES_DIR) + "/empty.mde", path_, folder_, scripts);
 }
 
 TempCatalogue::~TempCatalogue() {

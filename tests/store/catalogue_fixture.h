@@ -6,8 +6,8 @@
 #include "records/product_statements.h"
 #include "records/store.h"
 
-// A catalogue file of its own in a fresh temporary folder, built from the shipped schema
-// (and the sample rows when asked), removed afterwards.
+// A catalogue file of its own in a fresh temporary folder, a copy of the build's empty
+// catalogue (with the sample rows when asked), removed afterwards.
 class TempCatalogue {
   public:
     explicit TempCatalogue(bool withSample = false);

@@ -97,6 +97,22 @@ TEST_F(Data2, ABrokenWhereFailsOnRefresh) {
     EXPECT_VBERROR(data->Recordset(), 91);
 }
 
+TEST_F(Data2, ChosenColumnsAreTheFieldsInTheStatementsOrder) {
+    data->SetRecordSource("select ProdName, stockno from Products where Supplier = 'Acme'");
+    data->Refresh();
+    EXPECT_EQ(rs().FieldCount(), 2);
+    EXPECT_EQ(rs().FieldName(0), "ProdName");
+    EXPECT_EQ(rs().FieldName(1), "StockNo");
+    EXPECT_VBERROR(rs().FieldName(2), 3265);
+    EXPECT_EQ(CStr(rs().GetValue(1)), "B2");
+}
+
+TEST_F(Data2, AnUnknownSortColumnFailsOnRefresh) {
+    data->SetRecordSource("select * from Products order by Colour");
+    EXPECT_VBERROR(data->Refresh(), 3061);
+    EXPECT_VBERROR(data->Recordset(), 91);
+}
+
 TEST_F(Data2, AnUnknownTableFails) {
     data->SetRecordSource("Nothing");
     EXPECT_VBERROR(data->Refresh(), 3078);
