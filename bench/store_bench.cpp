@@ -34,8 +34,8 @@
 #include "resident_memory.h"
 #include "search_form_cycles.h"
 #include "store/catalogue_builder.h"
-#include "store/sqlite_recordset.h"
 #include "store/sqlite_file.h"
+#include "store/sqlite_recordset.h"
 
 namespace {
 
