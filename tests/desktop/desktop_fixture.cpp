@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
 #include <QLabel>
 #include <QSettings>
 #include <QTest>
@@ -103,6 +105,18 @@ QString DesktopFixture::status() {
     return label ? label->text() : QString();
 }
 
+bool DesktopFixture::waitFor(const std::function<bool()>& done, int timeout) {
+    QElapsedTimer clock;
+    clock.start();
+    while (!done()) {
+        if (clock.elapsed() > timeout) return false;
+        QEventLoop loop;
+        QTimer::singleShot(5, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    return true;
+}
+
 QString DesktopFixture::shownHtml() {
     QString html;
     bool done = false;
@@ -110,7 +124,7 @@ QString DesktopFixture::shownHtml() {
         html = text;
         done = true;
     });
-    return QTest::qWaitFor([&] { return done; }, Patience) ? html : QString();
+    return waitFor([&] { return done; }, Patience) ? html : QString();
 }
 
 QVariant DesktopFixture::script(const QString& code) {
@@ -120,13 +134,13 @@ QVariant DesktopFixture::script(const QString& code) {
         result = v;
         done = true;
     });
-    return QTest::qWaitFor([&] { return done; }, Patience) ? result : QVariant();
+    return waitFor([&] { return done; }, Patience) ? result : QVariant();
 }
 
 bool DesktopFixture::paneShows(const QString& text) {
-    return QTest::qWaitFor(
+    return waitFor(
         [&] {
-            if (!QTest::qWaitFor([&] { return !pane().busy(); }, Patience)) return false;
+            if (!waitFor([&] { return !pane().busy(); }, Patience)) return false;
             return shownHtml().contains(text);
         },
         Patience);

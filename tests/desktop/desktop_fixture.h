@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QVariant>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -49,6 +50,11 @@ class DesktopFixture : public ::testing::Test {
     std::string stockNo();
     // The main form's status line.
     QString status();
+
+    // Runs the event loop until done() holds, at most timeout milliseconds; false when it did
+    // not. The loop waits on the events themselves (a page's load, a window's paint), never
+    // sleeping between looks, so the pane's renderer is answered at once.
+    static bool waitFor(const std::function<bool()>& done, int timeout = Patience);
 
     // The page the pane shows now, once it has finished loading.
     QString shownHtml();

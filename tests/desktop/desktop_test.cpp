@@ -36,7 +36,7 @@ TEST_F(DesktopTest, StartsOnTheSampleCatalogueWithTheFirstRecordInThePane) {
     EXPECT_TRUE(paneShows(QString::fromStdString(first)));
     EXPECT_EQ(pane().LocationURL(), appDir() + "page.htm");
     // The item's picture, given by its absolute path in the page, shows.
-    EXPECT_TRUE(QTest::qWaitFor(
+    EXPECT_TRUE(waitFor(
         [&] {
             return script("document.images.length > 0 && document.images[0].naturalWidth > 0")
                 .toBool();
@@ -97,7 +97,7 @@ TEST_F(DesktopTest, ALinkWordOfAWrittenPageReachesTheRouterAsAboutBlankAndTheWor
     ASSERT_TRUE(paneShows("CONTINUE"));
     EXPECT_EQ(pane().LocationURL(), "about:blank");
     script("document.getElementById('go').click()");
-    EXPECT_TRUE(QTest::qWaitFor(
+    EXPECT_TRUE(waitFor(
         [&] { return std::find(seen.begin(), seen.end(), "about:blankCONTINUE") != seen.end(); },
         Patience));
     // The router heard the program's own navigation first, then the user's click.
@@ -123,7 +123,7 @@ TEST_F(DesktopTest, AWordInAnyCaseArrivesAsWritten) {
         ".getBoundingClientRect(); return [b.x, b.y, b.width, b.height]; })()");
     ASSERT_FALSE(link.isEmpty());
     clickInPane(link.center());
-    EXPECT_TRUE(QTest::qWaitFor(
+    EXPECT_TRUE(waitFor(
         [&] { return std::find(seen.begin(), seen.end(), "about:blankFolder") != seen.end(); },
         Patience));
     // Cancelled: the page stays.
@@ -139,15 +139,14 @@ TEST_F(DesktopTest, TheGridListsTheProductsAndFollowsTheCurrentRecord) {
     QTest::mouseClick(widget(form(), "cmdGrid"), Qt::LeftButton);
     ASSERT_TRUE(grid->isVisible());
     Recordset& rows = *form().adoprimaryrs2;
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return grid->model()->rowCount() == rows.RecordCount(); }, 5000));
+    EXPECT_TRUE(waitFor([&] { return grid->model()->rowCount() == rows.RecordCount(); }, 5000));
     EXPECT_EQ(grid->model()->columnCount(), rows.FieldCount());
     const int stockColumn = rows.FieldIndex("StockNo");
     EXPECT_EQ(grid->model()->index(0, stockColumn).data().toString().toStdString(), stockNo());
     // Reading the rows left the grid's record set where it was.
     EXPECT_EQ(rows.AbsolutePosition(), 1);
     QTest::mouseClick(widget(form(), "cmdNext"), Qt::LeftButton);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return grid->currentIndex().row() == 1; }, 5000));
+    EXPECT_TRUE(waitFor([&] { return grid->currentIndex().row() == 1; }, 5000));
     EXPECT_EQ(rows.AbsolutePosition(), 2);
 }
 
@@ -156,7 +155,7 @@ TEST_F(DesktopTest, TheWindowStandsWhereTheSettingsPutIt) {
     setting("Settings", "MainTop", "1500");
     start();
     QWidget* main = window(form()).window();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return main->pos() == QPoint(120, 100); }, 5000))
+    EXPECT_TRUE(waitFor([&] { return main->pos() == QPoint(120, 100); }, 5000))
         << main->pos().x() << "," << main->pos().y();
     EXPECT_EQ(form().Num("Left"), 1800);
     EXPECT_EQ(form().Num("Top"), 1500);
@@ -166,7 +165,7 @@ TEST_F(DesktopTest, ExitSavesWhereTheUserMovedTheWindow) {
     start();
     QWidget* main = window(form()).window();
     main->move(200, 160);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return form().Num("Left") == 3000; }, 5000));
+    EXPECT_TRUE(waitFor([&] { return form().Num("Left") == 3000; }, 5000));
     EXPECT_EQ(form().Num("Top"), 2400);
     QAction* exit = window(form()).actionFor(form()("mnuFileExit"));
     ASSERT_TRUE(exit);
@@ -182,7 +181,7 @@ TEST_F(DesktopTest, AScreenshotOfTheMainWindow) {
     QTest::mouseClick(widget(form(), "cmdShowPic"), Qt::LeftButton);
     ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
     // The edit mode's page gives the picture as "dynsrc" only; it shows all the same.
-    EXPECT_TRUE(QTest::qWaitFor(
+    EXPECT_TRUE(waitFor(
         [&] {
             return script("document.images.length > 0 && document.images[0].naturalWidth > 0")
                 .toBool();

@@ -186,7 +186,7 @@ TEST_F(EditingDesktopTest, AClickOnALinkOfAWrittenPageRunsItsCommand) {
     pane().Write("<a href=CONTINUE>go</a>");
     ASSERT_TRUE(paneShows("CONTINUE"));
     ASSERT_TRUE(clickInPage("a"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return form().ContinueFlag; }, Patience));
+    EXPECT_TRUE(waitFor([&] { return form().ContinueFlag; }, Patience));
     // The command was caught: the page stays.
     QTest::qWait(200);
     EXPECT_EQ(pane().LocationURL(), "about:blank");
@@ -197,7 +197,7 @@ TEST_F(EditingDesktopTest, AClickOnThePictureEnlargesItAndTheReturnLinkComesBack
     ASSERT_TRUE(started_);
     const QString stockNo = shownText("txtFields", 27);
     ASSERT_TRUE(paneShows(stockNo));
-    ASSERT_TRUE(QTest::qWaitFor(
+    ASSERT_TRUE(waitFor(
         [&] {
             return script("document.images.length > 0 && document.images[0].naturalWidth > 0")
                 .toBool();

@@ -302,7 +302,7 @@ TEST_F(SearchDesktopTest, AMouseUserFiltersTheProductListByStockNumber) {
     EXPECT_EQ(statusBeforeContinue, "6 - Matches Found");
     EXPECT_TRUE(linkClicked);
     // Once CONTINUE is clicked the list holds the six, sorted by description.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return status().startsWith("Record: 1  of  6"); }, Patience))
+    EXPECT_TRUE(waitFor([&] { return status().startsWith("Record: 1  of  6"); }, Patience))
         << status().toStdString();
     EXPECT_EQ(form().adoPrimaryRS->RecordCount(), 6);
     EXPECT_EQ(stockNo(), "BD-1020");  // "Clear faceted acrylic beads ..." comes first
@@ -323,8 +323,7 @@ TEST_F(SearchDesktopTest, CancelClosesTheFormAndLiftsTheSearch) {
             EXPECT_TRUE(paneShows("Items Found Matching Your Search!"));
             if (!clickLink("CONTINUE")) form().ContinueFlag = true;
         });
-    ASSERT_TRUE(QTest::qWaitFor([&] { return statusCount() == 6; }, Patience))
-        << status().toStdString();
+    ASSERT_TRUE(waitFor([&] { return statusCount() == 6; }, Patience)) << status().toStdString();
     detailedSearch([&] {
         buildCriteria(StockNoField, LikeOperator, "XB", StockNoField);
         EXPECT_TRUE(click(onSearch("cmdCancel")));
@@ -332,8 +331,7 @@ TEST_F(SearchDesktopTest, CancelClosesTheFormAndLiftsTheSearch) {
     EXPECT_EQ(searchForm(), nullptr);
     EXPECT_EQ(textOf(Mod().SearchCriteria), "");
     EXPECT_FALSE(Mod().SearchFormOpen.BoolValue());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return statusCount() == all; }, Patience))
-        << status().toStdString();
+    EXPECT_TRUE(waitFor([&] { return statusCount() == all; }, Patience)) << status().toStdString();
     EXPECT_EQ(form().adoPrimaryRS->RecordCount(), all);
 }
 
