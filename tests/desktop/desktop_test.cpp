@@ -9,6 +9,9 @@
 #include <QTest>
 #include <QWebEngineView>
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -197,3 +200,32 @@ TEST_F(DesktopTest, AScreenshotOfTheMainWindow) {
 }
 
 }  // namespace
+
+namespace {
+
+// A letter saved under the catalogue's name: a file that is no database.
+class ForeignCatalogueTest : public DesktopFixture {
+  protected:
+    ForeignCatalogueTest() : DesktopFixture("Catalogue Foreign File Test") {
+        std::ofstream(catalogue(), std::ios::binary | std::ios::trunc) << Letter;
+    }
+    std::string catalogue() const { return appDir() + "tandrel2004.mde"; }
+    static constexpr const char* Letter = "Dear supplier,\r\nplease send the spring list.\r\n";
+};
+
+}  // namespace
+
+TEST_F(ForeignCatalogueTest, AFileThatIsNoCatalogueGivesAnEmptyWindowAndStaysAsItWas) {
+    start();
+    ASSERT_TRUE(started_);
+    EXPECT_FALSE(ended_);
+    EXPECT_TRUE(window(form()).window()->isVisible());
+    EXPECT_EQ(form()("txtFields", 27).Text(), "");
+    // The user can still move about: the buttons fail in silence.
+    QTest::mouseClick(widget(form(), "cmdNext"), Qt::LeftButton);
+    EXPECT_FALSE(ended_);
+    std::ifstream in(catalogue(), std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(bytes, Letter);
+    EXPECT_FALSE(std::filesystem::exists(catalogue() + "-wal"));
+}
