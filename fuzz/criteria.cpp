@@ -15,6 +15,7 @@
 #include "records/store.h"
 #include "store/catalogue_builder.h"
 #include "store/sqlite_file.h"
+#include "tolerated.h"
 
 namespace {
 
@@ -50,14 +51,6 @@ struct Catalogue {
         data->SetDatabaseName(path);
     }
 };
-
-template <class F>
-void tolerated(F&& f) {
-    try {
-        f();
-    } catch (const VbError&) {
-    }
-}
 
 }  // namespace
 

@@ -8,19 +8,12 @@
 #include "base/dates.h"
 #include "base/format.h"
 #include "base/vb_error.h"
+#include "tolerated.h"
 
 namespace {
 
 const char* const Masks[] = {"$#,###.##", "$#,###.00",  "$ #,###.00", "000000",
                              "MM/DD/YY",  "MM/DD/YYYY", "Short Date"};
-
-template <class F>
-void tolerated(F&& f) {
-    try {
-        f();
-    } catch (const VbError&) {
-    }
-}
 
 }  // namespace
 
