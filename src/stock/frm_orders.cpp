@@ -128,6 +128,7 @@ void frmOrders::Form_Activate() {
 }
 
 void frmOrders::txtFields_Change(int /*Index*/) {
+    if (refilling()) return;
     // Each reading is strict: a blank term or no quantity leaves the box as it was.
     Trap ignore = Trap::Ignoring();
     auto text = [&](int box) { return (*this)("txtFields", box).Text(); };

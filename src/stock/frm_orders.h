@@ -25,6 +25,7 @@ class frmOrders : public OrderRecordForm {
     std::string tag(std::string_view procedure) const override;
     void afterLoad(Trap& on) override;
     void afterUpdate(Trap& on) override;
+    void rowShown() override { txtFields_Change(-1); }
 
   private:
     // Update and Cancel of a line made by Order Item end its run: both forms go.

@@ -131,7 +131,14 @@ void RecordForm::bindBoxes() {
             binding_.Bind((*this)("txtFields", b.index), *adoPrimaryRS,
                           adoPrimaryRS->FieldIndex(b.column));
     // A box shows its column as soon as it is bound.
+    showRow();
+}
+
+void RecordForm::showRow() {
+    refilling_ = true;
     binding_.Refresh();
+    refilling_ = false;
+    rowShown();
 }
 
 void RecordForm::Form_Load() {
@@ -147,7 +154,7 @@ void RecordForm::Form_Load() {
         adoPrimaryRS = CreateRecordset();
         // The bound boxes follow the row first, then the form's handler runs.
         adoPrimaryRS->MoveComplete = [this] {
-            binding_.Refresh();
+            showRow();
             adoPrimaryRS_MoveComplete();
         };
         adoPrimaryRS->WillChangeRecord = [this] {

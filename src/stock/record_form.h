@@ -63,15 +63,22 @@ class RecordForm : public Form {
                       const std::string& caption);
     // What a form adds to Update once the row is stored, under the same tag.
     virtual void afterUpdate(Trap& /*on*/) {}
+    // Called once the bound boxes show a whole row. While they are being filled their
+    // Change procedures see `refilling()`, so a figure the form works out from several
+    // boxes is never worked out from a row half shown.
+    virtual void rowShown() {}
+    bool refilling() const { return refilling_; }
 
   private:
     void createControls();
     void wireEvents();
     void bindBoxes();
+    void showRow();
     double extraTop() const;
 
     std::string selectText_;
     std::vector<RecordBox> boxes_;
     std::unique_ptr<Connection> conn_;
     Binding binding_;
+    bool refilling_ = false;
 };
