@@ -69,6 +69,8 @@ struct Module {
     NAMED_VAR(Variant, OrderTaxRate);
     NAMED_VAR(Variant, NewOrder);
     NAMED_VAR(bool, SupplierClosed);
+    NAMED_VAR(std::string, SupplierUser);
+    NAMED_VAR(std::string, SupplierPassword);
     NAMED_VAR(bool, TipsAsked);
 
     // The page layout.
