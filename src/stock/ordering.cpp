@@ -251,6 +251,10 @@ void Ordering::cmdSup_Click(int Index) {
     on([&] { m.SupplierUser = sup(UserName); });
     on([&] { m.SupplierPassword = sup(PassWord); });
     on([&] { rt.Unload(*supplier); });
+    // The item view's own navigation comes first and rewrites LastUrl once it completes,
+    // so the supplier's address is kept aside for the pane.
+    std::string address;
+    on([&] { address = m.LastUrl; });
     on([&] { P("cmdShowPic").Raise("Click"); });
-    on([&] { P.Wb1().Navigate2(m.LastUrl); });
+    on([&] { P.Wb1().Navigate2(address); });
 }
