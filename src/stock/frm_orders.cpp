@@ -49,6 +49,7 @@ frmOrders::frmOrders()
                        {15, "Shipping", "Shipping:"}},
                       "View Invoice", "frmInvoice") {
     addExtra("Command2", ControlKind::CommandButton, 3, "Receive");
+    OnClick("Command2", &frmOrders::Command2_Click);
     On("txtFields", "Change", [this](EventArgs& e) { txtFields_Change(e.Index); });
 }
 

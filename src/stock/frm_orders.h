@@ -20,6 +20,9 @@ class frmOrders : public OrderRecordForm {
     void txtFields_Change(int Index);
     void cmdCancel_Click() override;
     void cmdDelete_Click() override;
+    // Receive: books the order's lines into stock, all at once or line by line
+    // (stock/receiving.cpp).
+    void Command2_Click();
 
   protected:
     std::string tag(std::string_view procedure) const override;
@@ -30,4 +33,7 @@ class frmOrders : public OrderRecordForm {
   private:
     // Update and Cancel of a line made by Order Item end its run: both forms go.
     void closeOrderLine(Trap& on);
+    // Books the current line into the product's counters and the stock in hand; true when
+    // the stock in hand already had a row for it.
+    bool bookLine(Trap& on);
 };

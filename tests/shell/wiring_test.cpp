@@ -19,9 +19,8 @@ using Names = std::set<std::string>;
 const Names ToCome{
     "Products.cmdSelectAll",  // the placement board's export selection
     "Products.cmdUnSelect",
-    "Products.cmdDAll",    // bulk delete
-    "Products.cmdInsrt",   // the page setup's inserted texts
-    "frmOrders.Command2",  // Receive
+    "Products.cmdDAll",   // bulk delete
+    "Products.cmdInsrt",  // the page setup's inserted texts
 };
 
 std::string readFile(const std::string& path) {
