@@ -144,6 +144,17 @@ TEST_F(OrderItem, ASupplierWithNoDiscountCostsThatOneFigure) {
     EXPECT_EQ(line("Fees"), "2");
 }
 
+TEST_F(OrderItem, AFeeWrittenWithWordsCountsItsLeadingNumberInTheTotals) {
+    catalogue();
+    cat.sql("UPDATE Supplier SET OtherChgs = '12.50 each';");
+    onLine = [](Form& f) {
+        EXPECT_EQ(f("txtFields", 14).Text(), "12.50 each");
+        f("cmdCancel").Raise("Click");
+    };
+    orderItem({"A100", "4", "0"});
+    EXPECT_EQ(total(5), "12.5");
+}
+
 TEST_F(OrderItem, TotalsOfTheFirstLine) {
     catalogue();
     orderItem({"A100", "4", "3"});
