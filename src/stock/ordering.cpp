@@ -38,7 +38,7 @@ enum OrderBox {
     Fees = 14,
     Shipping = 15
 };
-enum SupplierBox {
+enum SupplierField {
     Discounts = 5,
     OtherChgs = 10,
     URL = 18,
@@ -47,7 +47,7 @@ enum SupplierBox {
     TaxRate = 22
 };
 // Products' boxes.
-constexpr int NotesBox = 12, OnOrderBox = 13, StockNoBox = 27, SupplierBox = 28;
+constexpr int NotesBox = 12, OnOrderBox = 13, StockNoBox = 27, SupplierNameBox = 28;
 
 const std::string ShippingQuestion =
     std::string("What Shipping Method For This Order?") + vb::vbCrLf + vb::vbCrLf +
@@ -232,7 +232,9 @@ void Ordering::cmdSup_Click(int Index) {
     Trap on = reportTo("(Form) Products::Sub cmdSup_Click");
     Module& m = Mod();
     Runtime& rt = Runtime::Current();
-    on([&] { m.SearchCriteria = Variant("name = '" + P("txtFields", SupplierBox).Text() + "'"); });
+    on([&] {
+        m.SearchCriteria = Variant("name = '" + P("txtFields", SupplierNameBox).Text() + "'");
+    });
     if (Index == 0) {
         on([&] { rt.Show(rt.Get("frmSupplier")); });
         return;
