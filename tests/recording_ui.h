@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include <deque>
 #include <map>
 #include <memory>
 
@@ -20,6 +21,8 @@ struct RecordingUi : Ui {
     std::vector<Box> boxes;
     int msgBoxAnswer = vb::vbOK;
     std::string inputAnswer;
+    // Answers to the next input boxes, in turn; inputAnswer once they are used up.
+    std::deque<std::string> inputAnswers;
     int pointer = 0;
 
     int MsgBox(const std::string& prompt, int buttons, const std::string& title) override {
@@ -31,7 +34,10 @@ struct RecordingUi : Ui {
                          const std::string& defaultText) override {
         boxes.push_back({prompt, -1, title});
         inputDefaults.push_back(defaultText);
-        return inputAnswer;
+        if (inputAnswers.empty()) return inputAnswer;
+        std::string answer = inputAnswers.front();
+        inputAnswers.pop_front();
+        return answer;
     }
     bool ShowOpen(CommonDialog&) override { return false; }
     bool ShowSave(CommonDialog&) override { return false; }

@@ -20,6 +20,7 @@ struct Module {
     using Boxes = std::array<std::array<T, 9>, 2>;
     template <class T>
     using BoxLists = std::array<std::array<T, 31>, 2>;
+    using Totals = std::array<Variant, 8>;  // entry i goes into txtFields(i) of frmInvoice
 
     // Each variable is readable by its name in the table given.
     explicit Module(VarTable& table) : vars_(table) {}
@@ -64,9 +65,12 @@ struct Module {
     NAMED_VAR(Variant, SearchClose);
     NAMED_VAR(Variant, SearchAccum);
     NAMED_VAR(bool, ReverseOrder);
-    NAMED_VAR(Variant, OrderTotals);
+    NAMED_VAR(Totals, OrderTotals);  // the running totals of the open order
     NAMED_VAR(Variant, OrderTaxRate);
     NAMED_VAR(Variant, NewOrder);
+    NAMED_VAR(bool, SupplierClosed);
+    NAMED_VAR(std::string, SupplierUser);
+    NAMED_VAR(std::string, SupplierPassword);
     NAMED_VAR(bool, TipsAsked);
 
     // The page layout.

@@ -11,6 +11,7 @@
 #include "records/store.h"
 
 class Bulk;
+class Ordering;
 class Pane;
 class WebCatalogue;
 
@@ -126,6 +127,7 @@ class Products : public Form {
     // The parts of the form that the later subsystems keep in their folders.
     std::unique_ptr<Bulk> bulk;            // build/
     std::unique_ptr<WebCatalogue> webcat;  // webcat/
+    std::unique_ptr<Ordering> stock;       // stock/
 
   private:
     // The controls, one group each (shell/products_controls.cpp).

@@ -8,6 +8,7 @@
 #include "forms/runtime.h"
 #include "records/pane.h"
 #include "shell/products.h"
+#include "stock/ordering.h"
 #include "webcat/web_catalogue.h"
 
 namespace {
@@ -80,6 +81,7 @@ Products::Products() : Form("Products") {
     // The later subsystems' parts wire their own events, on controls made above.
     bulk = std::make_unique<Bulk>(*this);
     webcat = std::make_unique<WebCatalogue>(*this);
+    stock = std::make_unique<Ordering>(*this);
     // A change typed into a bound box goes into the row's pending edit.
     Observe([this](Form&, Control* c, std::string_view property) {
         if (c) binding.Changed(*c, property);
@@ -180,6 +182,7 @@ void Products::createCommandPanel() {
     inside(addControl(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2565, 300}),
            "Frame5");
     button("cmdSearch", 2, 3, "Search");
+    button("Command1", 3, 3, "Order Item");
 }
 
 void Products::createBrowsingControls() {
@@ -199,6 +202,7 @@ void Products::createBrowsingControls() {
     button("Command4", {50, bar2, 1100, h}, "Thumbnails");
     button("Command5", {1160, bar2, 1100, h}, "Web Pages");
     button("Command21", {2270, bar2, 900, h}, "MENU");
+    addControl(*this, "cmdSup", ControlKind::CommandButton, 1, {3180, bar2, 900, h}, "WebPage");
     addControl(*this, "grddatagrid", ControlKind::DataGrid, -1, {50, 0, 9280, 5700})
         .SetVisible(false);
 }

@@ -10,6 +10,12 @@
 #include "shell/frm_tip.h"
 #include "shell/module.h"
 #include "shell/products.h"
+#include "stock/frm_inventory.h"
+#include "stock/frm_invoice.h"
+#include "stock/frm_orders.h"
+#include "stock/frm_sales.h"
+#include "stock/frm_setup.h"
+#include "stock/frm_supplier.h"
 
 void RegisterForms(Runtime& rt) {
     rt.Register("Products", [] { return std::make_unique<Products>(); });
@@ -17,6 +23,12 @@ void RegisterForms(Runtime& rt) {
     rt.Register("frmAbout", [] { return std::make_unique<frmAbout>(); });
     rt.Register("frmSplash", [] { return std::make_unique<frmSplash>(); });
     rt.Register("Search", [] { return std::make_unique<Search>(); });
+    rt.Register("frmOrders", [] { return std::make_unique<frmOrders>(); });
+    rt.Register("frmInvoice", [] { return std::make_unique<frmInvoice>(); });
+    rt.Register("frmInventory", [] { return std::make_unique<frmInventory>(); });
+    rt.Register("frmSales", [] { return std::make_unique<frmSales>(); });
+    rt.Register("frmSupplier", [] { return std::make_unique<frmSupplier>(); });
+    rt.Register("frmSetup", [] { return std::make_unique<frmSetup>(); });
 }
 
 void SubMain() {

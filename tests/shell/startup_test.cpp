@@ -194,15 +194,21 @@ TEST_F(Startup, RebuildOpensTheRecordSetsAgainOnTheCatalogue) {
     EXPECT_EQ(rt->MousePointer(), vb::vbDefault);
 }
 
-TEST_F(Startup, FormsMenuForAFormNotInTheProgramYetDoesNothing) {
+TEST_F(Startup, FormsMenuOpensTheRecordFormsModeless) {
     Products& f = start();
     ui.boxes.clear();
-    ExpectNamingFaults toCome;
-    f("mnuDatafrmOrders").Raise("Click");
-    EXPECT_EQ(toCome.seen, std::vector<std::string>{"340 no form frmOrders"});
+    const char* const forms[][2] = {
+        {"mnuDatafrmOrders", "frmOrders"},       {"mnuDatafrmInvoice", "frmInvoice"},
+        {"mnuDatafrmInventory", "frmInventory"}, {"mnuDatafrmSales", "frmSales"},
+        {"mnuDatafrmSupplier", "frmSupplier"},   {"mnuDatafrmSetup", "frmSetup"}};
+    for (const auto& [command, name] : forms) {
+        f(command).Raise("Click");
+        ASSERT_NE(rt->Loaded(name), nullptr) << name;
+        EXPECT_TRUE(rt->Loaded(name)->Visible()) << name;
+        EXPECT_EQ(ui.modal.size(), 0u) << name;
+        EXPECT_EQ(rt->MousePointer(), vb::vbDefault) << name;
+    }
     EXPECT_TRUE(ui.boxes.empty());
-    EXPECT_EQ(rt->Loaded("frmOrders"), nullptr);
-    EXPECT_EQ(rt->MousePointer(), vb::vbDefault);
 }
 
 TEST_F(Startup, SharedVariablesAreReadableByName) {

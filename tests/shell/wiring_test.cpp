@@ -21,8 +21,6 @@ const Names ToCome{
     "Products.cmdUnSelect",
     "Products.cmdDAll",   // bulk delete
     "Products.cmdInsrt",  // the page setup's inserted texts
-    "Products.Command2",  // Order Done
-    "Products.cmdSup",    // the supplier buttons of an order
 };
 
 std::string readFile(const std::string& path) {
@@ -121,7 +119,10 @@ TEST_F(Wiring, TheSharedVariablesOfTheDocumentsAreReadableByName) {
                              "BoxOrder(0,0)",
                              "BoxListIndex(1,30)",
                              "NewOrder",
-                             "OrderTotals",
+                             "OrderTotals(7)",
+                             "SupplierClosed",
+                             "SupplierUser",
+                             "SupplierPassword",
                              "OrderTaxRate",
                              "SearchOrder",
                              "SearchField",
@@ -147,13 +148,20 @@ TEST_F(Wiring, TheFormVariablesOfTheDocumentsAreReadableByName) {
     Form& search = rt->Get("Search");
     for (const char* name : {"SelectedField", "BooleanField", "ThenBy"})
         EXPECT_TRUE(search.Vars().Has(name)) << name;
+    for (const char* name :
+         {"frmOrders", "frmInvoice", "frmInventory", "frmSales", "frmSupplier", "frmSetup"})
+        for (const char* var :
+             {"adoPrimaryRS", "SavedBookmark", "EditFlag", "AddFlag", "ChangedFlag"})
+            EXPECT_TRUE(rt->Get(name).Vars().Has(var)) << name << "." << var;
+    for (const char* name : {"adoprimaryrs2", "adoprimaryrs3"})
+        EXPECT_TRUE(rt->Get("frmOrders").Vars().Has(name)) << name;
 }
 
 TEST_F(Wiring, EveryVariableDeclaredInTheHeadersIsNamedAndReadable) {
     Products& p = start();
     // What the headers may hold besides the documents' variables: the binding of the
     // boxes and the parts of the main form; and anything internal ends in "_".
-    const Names internal{"binding", "bulk", "webcat"};
+    const Names internal{"binding", "bulk", "webcat", "stock"};
     struct Header {
         const char* path;
         const VarTable& vars;
@@ -162,7 +170,10 @@ TEST_F(Wiring, EveryVariableDeclaredInTheHeadersIsNamedAndReadable) {
                               {"src/shell/products.h", p.Vars()},
                               {"src/build/bulk.h", p.Vars()},
                               {"src/webcat/web_catalogue.h", p.Vars()},
-                              {"src/search/search_form.h", rt->Get("Search").Vars()}};
+                              {"src/search/search_form.h", rt->Get("Search").Vars()},
+                              {"src/stock/record_form.h", rt->Get("frmSupplier").Vars()},
+                              {"src/stock/frm_orders.h", rt->Get("frmOrders").Vars()},
+                              {"src/stock/ordering.h", p.Vars()}};
     for (const Header& h : headers) {
         Declared d = declaredIn(std::string(SOURCE_DIR) + "/" + h.path);
         const std::vector<std::string> readable = h.vars.Names();
