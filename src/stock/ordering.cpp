@@ -21,8 +21,9 @@
 namespace {
 
 constexpr const char* Mask = "$#,###.##";
-// Where the web page button goes for a supplier that has none of its own.
-constexpr const char* OwnWebSite = "https://www.example.com/";
+// Where the web page button goes for a supplier that has none of its own: the program's own
+// pages, its help set, which are there without a network.
+constexpr const char* OwnWebSite = "Help/index.htm";
 // The boxes of a line on frmOrders and of the supplier on frmSupplier.
 enum OrderBox {
     OrderId = 0,
@@ -249,7 +250,7 @@ void Ordering::cmdSup_Click(int Index) {
     if (when(on, [&] { return sup(URL) != ""; }))
         on([&] { m.LastUrl = sup(URL); });
     else
-        on([&] { m.LastUrl = OwnWebSite; });
+        on([&] { m.LastUrl = textOf(m.AppDir) + OwnWebSite; });
     on([&] { m.SupplierUser = sup(UserName); });
     on([&] { m.SupplierPassword = sup(PassWord); });
     on([&] { rt.Unload(*supplier); });
