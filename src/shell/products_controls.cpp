@@ -180,6 +180,7 @@ void Products::createCommandPanel() {
     inside(addControl(*this, "txtSrch", ControlKind::TextBox, -1, {100, 1080, 2565, 300}),
            "Frame5");
     button("cmdSearch", 2, 3, "Search");
+    button("cmdAddAll", 3, 3, "Bulk Add");
 }
 
 void Products::createBrowsingControls() {
