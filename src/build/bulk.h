@@ -12,6 +12,10 @@
 
 struct EventArgs;
 
+// Where a stage of GetFiles leaves off: on to the next stage, straight to the run, or to the
+// common ending.
+enum class Next { Go, Run, Ending };
+
 // The bulk building tools of the main form: imports from text files and databases, adding
 // a folder, picture paths, bulk delete, export and bulk edit.
 class Bulk : public ProductsPart {
@@ -78,10 +82,6 @@ class Bulk : public ProductsPart {
     NAMED_VAR(ChangeTable, ChangeLog);
 
   private:
-    // Where a stage of GetFiles leaves off: on to the next stage, straight to the run, or to
-    // the common ending.
-    enum class Next { Go, Run, Ending };
-
     // build/text_analysis.cpp: choosing the file and reading its sample line.
     void openingSteps(Trap& on);
     Next chooseTextFile(Trap& on);

@@ -10,11 +10,8 @@
 
 void Bulk::GetFiles() {
     Trap on = reportTo("(Form) BuildDB::Sub GetFiles");
-    if (P.ImportKind == 7) {
-        // NOT BUILT YET: the database source; it leaves the form as a finished run does.
-        P.ImportKind = 0;
-        return;
-    }
+    // NOT BUILT YET: the database source.
+    if (P.ImportKind == 7) return;
     fileName_.clear();
     line_.clear();
     lastItem_ = 0;

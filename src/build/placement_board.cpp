@@ -142,7 +142,7 @@ void Bulk::openBoard(Trap& on, bool returning) {
     on([&] { boardCounter_ = 0; });
 }
 
-Bulk::Next Bulk::waitOnBoard(Trap& on) {
+Next Bulk::waitOnBoard(Trap& on) {
     for (;;) {
         on([&] { P.ContinueFlag = false; });
         on([&] { PrevLineFlag = false; });

@@ -46,7 +46,7 @@ void Bulk::openingSteps(Trap& on) {
     on([&] { P.Data2->Refresh(); });
 }
 
-Bulk::Next Bulk::chooseTextFile(Trap& on) {
+Next Bulk::chooseTextFile(Trap& on) {
     CommonDialog dialog;
     dialog.FileName = "*.txt";
     dialog.Filter =
@@ -75,7 +75,7 @@ Bulk::Next Bulk::chooseTextFile(Trap& on) {
     return Next::Run;
 }
 
-Bulk::Next Bulk::showHead(Trap& on) {
+Next Bulk::showHead(Trap& on) {
     Pane& pane = P.Wb1();
     on([&] { source_.open(fileName_); });
     on([&] {
@@ -120,7 +120,7 @@ Bulk::Next Bulk::showHead(Trap& on) {
     return Next::Go;
 }
 
-Bulk::Next Bulk::chooseSeparator(Trap& on) {
+Next Bulk::chooseSeparator(Trap& on) {
     std::optional<SeparatorGuess> guess;
     on([&] { guess = guessSeparator(line_); });
     int answer = vb::vbNo;
@@ -146,7 +146,7 @@ Bulk::Next Bulk::chooseSeparator(Trap& on) {
 }
 
 // The user names the separator, until it is one that the line holds, or "nl".
-Bulk::Next Bulk::askSeparator(Trap& on) {
+Next Bulk::askSeparator(Trap& on) {
     for (;;) {
         on([&] { Separator = ""; });
         on([&] {
