@@ -86,6 +86,7 @@ class Bulk : public ProductsPart {
     void openingSteps(Trap& on);
     Next chooseTextFile(Trap& on);
     Next showHead(Trap& on);
+    void waitForLine(Trap& on);
     Next chooseSeparator(Trap& on);
     Next askSeparator(Trap& on);
     // Splits the sample line buffer into SourceItems; the last item's index.
@@ -123,6 +124,7 @@ class Bulk : public ProductsPart {
     std::string line_;       // the line buffer
     TextFileReader source_;  // the file open now
     int lastItem_ = 0;       // k: the index of the last item of the sample line
+    int listedLines_ = 0;    // the lines of the file listed in the pane
     int boardCounter_ = 0;   // the board's working counter
     int itemIndex_ = -1;     // the run's item index
 };

@@ -34,6 +34,7 @@ std::string trueOrFalse(const std::string& text) {
 }  // namespace
 
 Bulk::Bulk(Products& form) : ProductsPart(form) {
+    KeyItem = -1;  // no stock number source yet
     createBoard();
     wireBoard();
 }

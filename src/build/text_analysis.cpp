@@ -78,6 +78,8 @@ Next Bulk::chooseTextFile(Trap& on) {
 Next Bulk::showHead(Trap& on) {
     Pane& pane = P.Wb1();
     on([&] { source_.open(fileName_); });
+    // The list replaces the page shown, as the first write after a finished page does.
+    on([&] { pane.Navigate2("about:blank"); });
     on([&] {
         pane.Write(
             "<font size=2 color=blue><center>The First 25 Lines Of The File Are Below <br> (The "
@@ -95,8 +97,10 @@ Next Bulk::showHead(Trap& on) {
         pane.Write("<font size=3 font color=red><center>End Of File Reached!</font></center>");
         return Trap::Resume::Exit;
     });
+    listedLines_ = 0;
     for (int n = 1; n <= HeadLines && !reading.Exited(); ++n) {
         reading([&] { line_ = source_.lineInput(); });
+        if (!reading.Exited()) listedLines_ = n;
         if (n == 1) reading([&] { pane.Write("<font size=2 font color=red>"); });
         if (n == 2) reading([&] { pane.Write("<font color=blue>"); });
         const std::string number = std::to_string(n);
@@ -108,8 +112,7 @@ Next Bulk::showHead(Trap& on) {
     if (!reading.Exited()) on([&] { source_.close(); });
     on([&] { Separator = ""; });
     on([&] { P.ContinueFlag = false; });
-    while (!when(on, [&] { return P.ContinueFlag; }))
-        on([&] { Runtime::Current().WaitForUser(); });
+    waitForLine(on);
     on([&] { SampleLine = P.LinkNumber; });
     if (when(on, [&] { return CancelFlag; })) return Next::Ending;
     on([&] { SkipLines = CInt(Variant::Long(P.LinkNumber - 1)); });
@@ -118,6 +121,17 @@ Next Bulk::showHead(Trap& on) {
         on([&] { line_ = source_.lineInput(); });
     on([&] { source_.close(); });
     return Next::Go;
+}
+
+// Waits until a line of the list is clicked; a list without lines has nothing to click, and
+// reads as if its first line was.
+void Bulk::waitForLine(Trap& on) {
+    if (listedLines_ == 0) {
+        on([&] { P.LinkNumber = 1; });
+        return;
+    }
+    while (!when(on, [&] { return P.ContinueFlag || CancelFlag; }))
+        on([&] { Runtime::Current().WaitForUser(); });
 }
 
 Next Bulk::chooseSeparator(Trap& on) {
@@ -169,8 +183,7 @@ Next Bulk::askSeparator(Trap& on) {
                 });
             else
                 on([&] { MsgBox("How Many Lines For Each Item Or Product?"); });
-            while (!when(on, [&] { return P.ContinueFlag || CancelFlag; }))
-                on([&] { Runtime::Current().WaitForUser(); });
+            waitForLine(on);
             if (when(on, [&] { return CancelFlag; })) return Next::Ending;
             on([&] { P.ContinueFlag = false; });
             // What the user clicked is never read: no choice is a valid one, and a record
