@@ -113,10 +113,8 @@ void Bulk::openBoard(Trap& on, bool returning) {
         // Items past the last source box have no box to show them.
         SteppingOverMissingElements past;
         for (int i = 0; i <= lastItem_; ++i) {
-            Control* box = nullptr;
-            on([&] { box = &(*this)("Label2", i); });
-            if (!returning) on([&] { box->SetVisible(true); });
-            on([&] { box->SetCaption(slotAt(SourceItems, i)); });
+            if (!returning) on([&] { (*this)("Label2", i).SetVisible(true); });
+            on([&] { (*this)("Label2", i).SetCaption(slotAt(SourceItems, i)); });
         }
     }
     if (!returning) {
