@@ -126,5 +126,4 @@ class Bulk : public ProductsPart {
     int lastItem_ = 0;       // k: the index of the last item of the sample line
     int listedLines_ = 0;    // the lines of the file listed in the pane
     int boardCounter_ = 0;   // the board's working counter
-    int itemIndex_ = -1;     // the run's item index
 };

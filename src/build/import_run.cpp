@@ -74,12 +74,10 @@ void Bulk::importRun(Trap& on) {
     on([&] { source_.open(fileName_); });
     for (int n = 1; n <= SkipLines; ++n)
         on([&] { line_ = source_.lineInput(); });
-    on([&] { itemIndex_ = -1; });
     on([&] { P.ContinueFlag = false; });
     while (!atEnd()) {
         readRecord(on);
         importRecord(on);
-        on([&] { itemIndex_ = -1; });
         on([&] { Runtime::Current().LetEventsRun(); });
         if (when(on, [&] { return P.ContinueFlag; })) {
             on([&] { P.ContinueFlag = false; });
@@ -95,7 +93,7 @@ void Bulk::importRun(Trap& on) {
 void Bulk::readRecord(Trap& on) {
     on([&] { line_ = source_.lineInput(); });
     on([&] {
-        itemIndex_ = splitItems(
+        splitItems(
             line_, Separator, LinesPerItem, SourceItems,
             [&](std::string& next) { next = source_.lineInput(); }, on);
     });
