@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,16 +31,25 @@ struct RecordingUi : Ui {
         return msgBoxAnswer;
     }
     std::vector<std::string> inputDefaults;
+    // When set, runs as an input box opens (the user acting before answering).
+    std::function<void(const std::string& prompt)> onInput;
     std::string InputBox(const std::string& prompt, const std::string& title,
                          const std::string& defaultText) override {
         boxes.push_back({prompt, -1, title});
         inputDefaults.push_back(defaultText);
+        if (onInput) onInput(prompt);
         if (inputAnswers.empty()) return inputAnswer;
         std::string answer = inputAnswers.front();
         inputAnswers.pop_front();
         return answer;
     }
-    bool ShowOpen(CommonDialog&) override { return false; }
+    // The file the open dialog answers with; "" cancels it.
+    std::string openAnswer;
+    bool ShowOpen(CommonDialog& dialog) override {
+        if (openAnswer.empty()) return false;
+        dialog.FileName = openAnswer;
+        return true;
+    }
     bool ShowSave(CommonDialog&) override { return false; }
     bool ShowFont(CommonDialog&) override { return false; }
     bool ShowColor(CommonDialog&) override { return false; }

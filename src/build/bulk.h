@@ -1,12 +1,29 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "base/textio.h"
+#include "base/trap.h"
+#include "base/variant.h"
+#include "build/placement_file.h"
 #include "shell/products_part.h"
+
+struct EventArgs;
+
+// Where a stage of GetFiles leaves off: on to the next stage, straight to the run, or to the
+// common ending.
+enum class Next { Go, Run, Ending };
 
 // The bulk building tools of the main form: imports from text files and databases, adding
 // a folder, picture paths, bulk delete, export and bulk edit.
 class Bulk : public ProductsPart {
   public:
-    explicit Bulk(Products& form) : ProductsPart(form) {}
+    explicit Bulk(Products& form);
+
+    // The build menu in the pane (build/build_menu.cpp).
+    void cmdAddAll_Click();
 
     // Imports from a text file or a database (`TextFiles`, `TextEdit`, `DBFiles`), bulk edit
     // and export through the placement board (build/get_files.cpp).
@@ -16,4 +33,97 @@ class Bulk : public ProductsPart {
     // Changing the pictures' path, started by the link `ChangePicPath`
     // (build/picture_paths.cpp).
     void ChP();
+
+    // The placement board's events (build/placement_board.cpp).
+    void Label1_DragDrop(int Index, Control* Source);
+    void Frame11_DragDrop(Control* Source);
+    void Label1_MouseUp(int Index, int Button);
+    void Command22_Click();  // Prev Line
+    void Command23_Click();  // Next Line
+    void Command24_Click();  // Done
+    void Command25_Click();  // Cancel
+    void mnuPopupDA_Click();
+    void mnuPopupAI_Click();
+    void mnuPopupCI_Click();
+    void cmdSelectAll_Click();
+    void cmdUnSelect_Click();
+
+    // The text source of one import (Part of GetFiles).
+    NAMED_VAR(std::string, Separator);
+    NAMED_VAR(SlotArray, SourceItems);
+    NAMED_VAR(std::int16_t, LinesPerItem);
+    NAMED_VAR(std::int16_t, SkipLines);
+    NAMED_VAR(std::int32_t, SampleLine);
+    NAMED_VAR(std::int16_t, AddedSlots);
+    NAMED_VAR(bool, EditOnly);
+
+    // The placement board.
+    NAMED_VAR(SlotArray, FieldPlacement);
+    NAMED_VAR(bool, CancelFlag);
+    NAMED_VAR(bool, DoneFlag);
+    NAMED_VAR(bool, PrevLineFlag);
+    NAMED_VAR(bool, NextLineFlag);
+    NAMED_VAR(std::int16_t, LastLinkItem);
+    NAMED_VAR(std::int16_t, KeyItem);
+    NAMED_VAR(std::int16_t, PopupChoice);
+    NAMED_VAR(std::string, SavedSupplier);
+    NAMED_VAR(bool, SkipDiscontinued);
+
+    // The run.
+    NAMED_VAR(std::string, ImportNote);
+    NAMED_VAR(std::int16_t, TotalLines);
+    NAMED_VAR(std::int32_t, NextId);
+    NAMED_VAR(std::int16_t, TotalChecked);
+    NAMED_VAR(std::int16_t, TotalAdded);
+    NAMED_VAR(std::int16_t, TotalEdited);
+    NAMED_VAR(bool, IsNew);
+    NAMED_VAR(std::string, ChangeSeen);
+    using ChangeTable = std::array<std::array<Variant, 2>, SlotCount>;
+    NAMED_VAR(ChangeTable, ChangeLog);
+
+  private:
+    // build/text_analysis.cpp: choosing the file and reading its sample line.
+    void openingSteps(Trap& on);
+    Next chooseTextFile(Trap& on);
+    Next showHead(Trap& on);
+    void waitForLine(Trap& on);
+    Next chooseSeparator(Trap& on);
+    Next askSeparator(Trap& on);
+    // Splits the sample line buffer into SourceItems; the last item's index.
+    void splitSample(Trap& on);
+    void askAddedSlots(Trap& on);
+
+    // build/placement_board.cpp.
+    void createBoard();
+    void wireBoard();
+    void openBoard(Trap& on, bool returning);
+    // The board's wait, until Done with a stock number source or Cancel.
+    Next waitOnBoard(Trap& on);
+    // Rereads the file up to SampleLine + step and splits that line (Prev/Next Line).
+    void moveSample(Trap& on, int step);
+    void emptyBox(int Index);
+    void fillBox(int Index);
+    void takeBackFromFrame(int Index);
+    bool filled(int Index) const;
+
+    // build/import_run.cpp.
+    void importRun(Trap& on);
+    void importRecord(Trap& on);
+    void writeColumns(Trap& on);
+    void writeChangeLog(Trap& on);
+    void commonEnding(Trap& on);
+    // Reads one record of the source into SourceItems.
+    void readRecord(Trap& on);
+    // The record of Products found by a stock number; NoMatch tells.
+    void findStockNo(Trap& on, const std::string& stockNo);
+
+    PlacementFields placements();
+
+    // Of one run of GetFiles.
+    std::string fileName_;   // the chosen file's whole path
+    std::string line_;       // the line buffer
+    TextFileReader source_;  // the file open now
+    int lastItem_ = 0;       // k: the index of the last item of the sample line
+    int listedLines_ = 0;    // the lines of the file listed in the pane
+    int boardCounter_ = 0;   // the board's working counter
 };

@@ -1,7 +1,52 @@
 // Imports from a text file or a database (`TextFiles`, `TextEdit`, `DBFiles`), bulk edit and
-// export through the placement board.
+// export through the placement board: one long procedure that waits for the user on flags.
 #include "build/bulk.h"
+#include "forms/ui.h"
+#include "records/data_control.h"
+#include "shell/errhandler.h"
+#include "shell/module.h"
+#include "shell/products.h"
+#include "shell/when.h"
 
 void Bulk::GetFiles() {
-    // NOT BUILT YET: the text and database imports, bulk edit and export.
+    Trap on = reportTo("(Form) BuildDB::Sub GetFiles");
+    // NOT BUILT YET: the database source.
+    if (P.ImportKind == 7) return;
+    fileName_.clear();
+    line_.clear();
+    lastItem_ = 0;
+    TotalChecked = TotalAdded = TotalEdited = 0;
+    openingSteps(on);
+    // NOT BUILT YET: bulk edit and export go on from here.
+    if (when(on, [&] { return Mod().BulkEditMode || P.ExportMode; })) return;
+    if (when(on, [&] { return P.Data2->Recordset().RecordCount() >= 1; })) {
+        int answer = vb::vbNo;
+        on([&] {
+            answer =
+                MsgBox(std::string("To EDIT The Existing Items ONLY, Click [YES]") + vb::vbCrLf +
+                           vb::vbCrLf + "To ADD New Items AND Edit Existing Items Press [NO]",
+                       vb::vbYesNo, "ADD New Items or Just Edit Items?");
+        });
+        on([&] { EditOnly = answer == vb::vbYes; });
+    }
+    Next next = chooseTextFile(on);
+    if (next == Next::Go) next = showHead(on);
+    if (next == Next::Go) next = chooseSeparator(on);
+    if (next == Next::Go) {
+        if (when(on, [&] { return LinesPerItem > 0; })) {
+            on([&] { source_.open(fileName_); });
+            on([&] { line_ = source_.lineInput(); });
+        }
+        splitSample(on);
+        askAddedSlots(on);
+        openBoard(on, false);
+        next = waitOnBoard(on);
+    }
+    if (next != Next::Ending) importRun(on);
+    commonEnding(on);
+}
+
+PlacementFields Bulk::placements() {
+    return {SavedSupplier, Separator,        LinesPerItem, SkipLines,
+            AddedSlots,    SkipDiscontinued, KeyItem,      FieldPlacement};
 }

@@ -79,6 +79,9 @@ Control::Control(Form& form, std::string name, ControlKind kind, int index)
         case ControlKind::Menu:
             props_["Checked"] = Variant(false);
             break;
+        case ControlKind::Label:
+            props_["LinkItem"] = Variant("");  // what a label is linked to, as text
+            break;
         case ControlKind::Slider:
             props_["Value"] = Variant(0);
             props_["Min"] = Variant(0);

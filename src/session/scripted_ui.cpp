@@ -71,8 +71,11 @@ Control* ScriptedUi::PopupMenu(Form& form, const std::string& menuName) {
     Pattern wanted = host_.ScriptPattern(answer.pattern);
     std::string offered;
     for (const auto& c : form.Controls()) {
-        if (UCase(c->Name()) != UCase(menuName) || !c->HasProperty("Caption") || !c->Visible())
-            continue;
+        // The items of a menu: the elements of its array, or the menus it holds.
+        const bool item =
+            UCase(c->Name()) == UCase(menuName) ||
+            (c->Kind() == ControlKind::Menu && UCase(c->Container()) == UCase(menuName));
+        if (!item || !c->HasProperty("Caption") || !c->Visible()) continue;
         std::string caption = c->Caption();
         if (wanted.matches(caption) || wanted.matches(Replace(caption, "&", ""))) {
             if (!c->Enabled())

@@ -203,6 +203,7 @@ void Products::createBrowsingControls() {
     button("Command5", {1160, bar2, 1100, h}, "Web Pages");
     button("Command21", {2270, bar2, 900, h}, "MENU");
     addControl(*this, "cmdSup", ControlKind::CommandButton, 1, {3180, bar2, 900, h}, "WebPage");
+    button("cmdAddAll", {4090, bar2, 1100, h}, "Bulk Add");
     addControl(*this, "grddatagrid", ControlKind::DataGrid, -1, {50, 0, 9280, 5700})
         .SetVisible(false);
 }

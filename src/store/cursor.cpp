@@ -192,7 +192,9 @@ void Cursor::addNew() {
     base_.push_back(row);
     filtered_.push_back(row);
     view_.push_back(row);
-    viewChanged();
+    // The new row holds nothing yet, so it stands in no chain of an index.
+    for (auto& [column, index] : indexes_)
+        index.next.push_back(-1);
     moveTo(count() - 1);
     edit_ = Edit::Add;
     pending_.clear();
@@ -215,23 +217,21 @@ void Cursor::update() {
             for (int c = 0; c < table_.columnCount(); ++c)
                 table_.setStored(row, c, SqliteFile::column(stmt, c));
         });
+        std::vector<int> indexed;
+        for (const auto& entry : indexes_)
+            indexed.push_back(entry.first);
+        for (int column : indexed)
+            linkIntoIndex(column, count() - 1);
     } else {
         file_->update(tableName_, table_.rowid(row), names, values);
-        for (const auto& [c, v] : pending_)
+        for (const auto& [c, v] : pending_) {
+            unlinkFromIndex(c, pos_);
             table_.set(row, c, v);
-    }
-    if (edit_ == Edit::Add) {
-        viewChanged();
-    } else {
-        for (const auto& [c, v] : pending_)
-            dropIndex(c);
+            linkIntoIndex(c, pos_);
+        }
     }
     edit_ = Edit::None;
     pending_.clear();
-}
-
-void Cursor::dropIndex(int column) {
-    indexes_.erase(column);
 }
 
 void Cursor::cancelUpdate() {
@@ -241,7 +241,8 @@ void Cursor::cancelUpdate() {
         view_.pop_back();
         filtered_.pop_back();
         base_.pop_back();
-        viewChanged();
+        for (auto& [column, index] : indexes_)
+            index.next.pop_back();
         edit_ = Edit::None;
         pending_.clear();
         moveTo(positionBeforeAdd_);
@@ -406,4 +407,42 @@ long Cursor::find(std::string_view criteriaText, long from, bool forward, bool s
     Criteria criteria = Criteria::parse(criteriaText, table_);
     if (singleOnly && !criteria.isSingleCondition()) throw VbError(vberr::BadArguments);
     return find(criteria, from, forward);
+}
+
+void Cursor::unlinkFromIndex(int column, long p) {
+    auto it = indexes_.find(column);
+    if (it == indexes_.end()) return;
+    Index& index = it->second;
+    const int row = view_[p];
+    if (table_.isNull(row, column)) return;
+    const std::uint64_t hash = isTextColumn(table_, column)
+                                   ? hashFolded(table_.text(row, column))
+                                   : hashNumber(table_.number(row, column));
+    long* at = &index.head[hash & (index.head.size() - 1)];
+    while (*at >= 0 && *at != p)
+        at = &index.next[*at];
+    if (*at == p) *at = index.next[p];
+    index.next[p] = -1;
+}
+
+void Cursor::linkIntoIndex(int column, long p) {
+    auto it = indexes_.find(column);
+    if (it == indexes_.end()) return;
+    Index& index = it->second;
+    // Past twice the rows it was built for, the index is built afresh on the next find.
+    if (view_.size() > index.head.size()) {
+        indexes_.erase(it);
+        return;
+    }
+    const int row = view_[p];
+    if (table_.isNull(row, column)) return;
+    const std::uint64_t hash = isTextColumn(table_, column)
+                                   ? hashFolded(table_.text(row, column))
+                                   : hashNumber(table_.number(row, column));
+    // Each chain runs in view order.
+    long* at = &index.head[hash & (index.head.size() - 1)];
+    while (*at >= 0 && *at < p)
+        at = &index.next[*at];
+    index.next[p] = *at;
+    *at = p;
 }

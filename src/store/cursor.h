@@ -68,7 +68,10 @@ class Cursor {
     void applySort();
     void viewChanged();
     long findEqual(int column, const Variant& value, long from, bool forward);
-    void dropIndex(int column);
+    // Keeps the indexes of finds right for the row at position p: before its value in a
+    // column changes (unlink) and after (link), so a run of saves builds no index again.
+    void unlinkFromIndex(int column, long p);
+    void linkIntoIndex(int column, long p);
 
     std::shared_ptr<SqliteFile> file_;
     std::string tableName_;

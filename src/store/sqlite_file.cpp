@@ -109,12 +109,13 @@ std::shared_ptr<SqliteFile> SqliteFile::open(const std::string& path, Use use) {
     if (!probe->isCatalogue()) return probe;
     probe.reset();
     std::shared_ptr<SqliteFile> file(new SqliteFile(openHandle(path, SQLITE_OPEN_READWRITE), path));
-    if (use == Use::Catalogue) {
-        // Every write is its own durable change, but with the log in WAL mode a run of many
-        // single-row writes costs no disk sync per row. A read-only or busy file keeps its log.
+    // Every write is its own durable change, but with the log in WAL mode a run of many
+    // single-row writes costs no disk sync per row. A read-only or busy file keeps its log;
+    // a data control's file takes the log as the catalogue in use left it, and syncs as
+    // seldom as the catalogue does, or an import through `Data2` would sync every row.
+    if (use == Use::Catalogue)
         sqlite3_exec(file->db_, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
-        sqlite3_exec(file->db_, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
-    }
+    sqlite3_exec(file->db_, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
     return file;
 }
 

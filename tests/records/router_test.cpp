@@ -110,6 +110,8 @@ TEST_F(Router, FolderArrivesAsAboutBlankFolderAndIsMatchedInAnyCase) {
 
 TEST_F(Router, TextEditSetsEditPlacements) {
     Products& p = startWithItems();
+    // The import asks for a file, is refused one, and waits on its totals page.
+    ui.onWait = [&] { link("CONTINUE"); };
     link("TextEdit");
     EXPECT_TRUE(p.EditPlacements);
     EXPECT_EQ(location(), appDir() + "page.htm");
@@ -119,6 +121,7 @@ TEST_F(Router, TextFilesClearsEditPlacementsAndKeepsTheImportKind) {
     Products& p = startWithItems();
     p.EditPlacements = true;
     p.ImportKind = 0;
+    ui.onWait = [&] { link("CONTINUE"); };
     link("textfiles");
     EXPECT_FALSE(p.EditPlacements);
     EXPECT_EQ(p.ImportKind, 0);

@@ -39,6 +39,50 @@ TEST_F(Data2, FindFirstSetsNoMatch) {
     EXPECT_EQ(CStr(rs().GetValue("ProdName")), "Cup");
 }
 
+// The finds of an import: each record is looked up by stock number, then edited or added.
+TEST_F(Data2, FindFirstSeesEverySavedAndAddedStockNumber) {
+    rs().FindFirst("[StockNo] = 'B2'");
+    rs().Edit();
+    rs().SetValue("StockNo", Variant("B9"));
+    rs().Update();
+    rs().FindFirst("[StockNo] = 'B2'");
+    EXPECT_TRUE(rs().NoMatch());
+    for (const char* added : {"D4", "B2", "A1"}) {
+        rs().AddNew();
+        rs().SetValue("StockNo", Variant(added));
+        rs().SetValue("ProdName", Variant(std::string("new ") + added));
+        rs().Update();
+    }
+    rs().AddNew();
+    rs().SetValue("StockNo", Variant("E5"));
+    rs().CancelUpdate();
+    rs().FindFirst("[StockNo] = 'E5'");
+    EXPECT_TRUE(rs().NoMatch());
+    rs().FindFirst("[StockNo] = 'B9'");
+    EXPECT_EQ(CStr(rs().GetValue("ProdName")), "Bead");
+    rs().FindFirst("[StockNo] = 'b2'");
+    EXPECT_EQ(CStr(rs().GetValue("ProdName")), "new B2");
+    // The first of two in view order.
+    rs().FindFirst("[StockNo] = 'A1'");
+    EXPECT_EQ(CStr(rs().GetValue("ProdName")), "Apple");
+    rs().FindNext("[StockNo] = 'A1'");
+    EXPECT_EQ(CStr(rs().GetValue("ProdName")), "new A1");
+    rs().FindFirst("[StockNo] = 'D4'");
+    EXPECT_FALSE(rs().NoMatch());
+    // Many more rows than the index was made for.
+    for (int i = 0; i < 40; ++i) {
+        rs().FindFirst("[StockNo] = 'N" + std::to_string(i) + "'");
+        ASSERT_TRUE(rs().NoMatch());
+        rs().AddNew();
+        rs().SetValue("StockNo", Variant("N" + std::to_string(i)));
+        rs().Update();
+    }
+    for (int i = 0; i < 40; ++i) {
+        rs().FindFirst("[StockNo] = 'N" + std::to_string(i) + "'");
+        EXPECT_FALSE(rs().NoMatch()) << i;
+    }
+}
+
 TEST_F(Data2, FindFirstTakesJoinedConditions) {
     rs().FindFirst("Supplier = 'Acme' and StockNo <> 'B2'");
     EXPECT_EQ(CStr(rs().GetValue(2)), "C3");

@@ -1,0 +1,186 @@
+// import-bench: times the import of a text file through the program's own procedures.
+//
+//   import-bench [OUTPUT_FOLDER] [ROWS]
+//
+// Builds OUTPUT_FOLDER/bench.mde (default: a folder under the system temp folder) with ROWS
+// products (default 100,000), writes a comma file of ROWS lines of which half name a stock
+// number already in the catalogue, and imports it headless: the build menu's link, the line
+// clicked, the separator offered and taken, three fields dragged on the board, Done, the
+// note, and the totals page, all answered by a scripted user. The sqlite3 shell, when
+// present, imports the same file with .import for comparison. See docs/PERFORMANCE.md.
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "build/bulk.h"
+#include "forms/headless_pane.h"
+#include "forms/runtime.h"
+#include "forms/settings.h"
+#include "forms/ui.h"
+#include "forms/user_input.h"
+#include "shell/module.h"
+#include "shell/products.h"
+#include "shell/program.h"
+#include "store/catalogue_builder.h"
+#include "store/sqlite_file.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point t0) {
+    return std::chrono::duration<double>(Clock::now() - t0).count();
+}
+
+std::string stockNo(int n) {
+    char buf[16];
+    std::snprintf(buf, sizeof buf, "P%06d", n);
+    return buf;
+}
+
+void fillCatalogue(const std::string& path, const std::string& appDir, int rows) {
+    buildCatalogue(path, appDir, {SCHEMA_SQL});
+    auto file = SqliteFile::open(path);
+    file->execScript("BEGIN");
+    constexpr int kBatch = 1000;
+    for (int start = 0; start < rows; start += kBatch) {
+        std::string sql = "INSERT INTO Products (PID, StockNo, ProdName, Retail, Price) VALUES ";
+        for (int i = start; i < std::min(rows, start + kBatch); ++i)
+            sql += std::string(i > start ? "," : "") + "(" + std::to_string(i + 1) + ",'" +
+                   stockNo(i) + "','Old " + std::to_string(i) + "'," + std::to_string(i % 90) +
+                   "," + std::to_string(i % 90) + ")";
+        file->execScript(sql + ";");
+    }
+    file->execScript("COMMIT");
+}
+
+// Half the lines name products of the catalogue (every second one), half are new.
+void writeImportFile(const std::string& path, int rows) {
+    std::ofstream out(path, std::ios::binary);
+    for (int i = 0; i < rows; ++i) {
+        const int n = i % 2 == 0 ? i : rows + i;
+        out << stockNo(n) << ",Item " << i << "," << (i % 97) << ".5\r\n";
+    }
+}
+
+// The user of one import, as a script: each wait for the user takes the next action.
+class ScriptedUser : public Ui {
+  public:
+    std::string importFile;
+    std::deque<std::function<void()>> actions;
+
+    int MsgBox(const std::string& prompt, int, const std::string&) override {
+        if (prompt.rfind("To EDIT", 0) == 0) return vb::vbNo;
+        if (prompt.rfind("This File appears To Use", 0) == 0) return vb::vbYes;
+        return vb::vbOK;
+    }
+    std::string InputBox(const std::string& prompt, const std::string&,
+                         const std::string& defaultText) override {
+        if (prompt.rfind("The Data Shows", 0) == 0) return "0";
+        return defaultText;
+    }
+    bool ShowOpen(CommonDialog& dialog) override {
+        dialog.FileName = importFile;
+        return true;
+    }
+    bool ShowSave(CommonDialog&) override { return false; }
+    bool ShowFont(CommonDialog&) override { return false; }
+    bool ShowColor(CommonDialog&) override { return false; }
+    Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
+    Pane& PaneFor(Form& form, const std::string& controlName) override {
+        auto& pane = panes_[{&form, controlName}];
+        if (!pane) pane = std::make_unique<HeadlessPane>();
+        return *pane;
+    }
+    void RunDocument(const std::string&) override {}
+    void LetEventsRun() override {}
+    void WaitForUser() override {
+        // A wait the script did not foresee ends the program rather than spinning.
+        if (actions.empty()) Runtime::Current().End();
+        auto next = std::move(actions.front());
+        actions.pop_front();
+        next();
+    }
+
+  private:
+    std::map<std::pair<Form*, std::string>, std::unique_ptr<HeadlessPane>> panes_;
+};
+
+double timeShellImport(const std::string& folder, const std::string& importFile) {
+    const std::string db = folder + "/shell.db";
+    fs::remove(db);
+    const std::string create =
+        "sqlite3 " + db + " \"CREATE TABLE Imp (StockNo TEXT, ProdName TEXT, Retail REAL)\"";
+    const std::string import = "sqlite3 " + db + " \".import --csv " + importFile + " Imp\"";
+    if (std::system(create.c_str()) != 0) return -1;
+    const auto t0 = Clock::now();
+    if (std::system(import.c_str()) != 0) return -1;
+    return secondsSince(t0);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::string folder =
+        argc > 1 ? argv[1] : (fs::temp_directory_path() / "catalogue-import-bench").string();
+    const int rows = argc > 2 ? std::atoi(argv[2]) : 100000;
+    fs::create_directories(folder);
+    const std::string appDir = folder + "/";
+    const std::string catalogue = appDir + "bench.mde";
+    const std::string importFile = appDir + "items.txt";
+    fs::remove(appDir + "items.dat");
+
+    auto t0 = Clock::now();
+    fillCatalogue(catalogue, appDir, rows);
+    writeImportFile(importFile, rows);
+    std::printf("generate catalogue and file (%d rows): %.2f s\n", rows, secondsSince(t0));
+
+    ScriptedUser user;
+    user.importFile = importFile;
+    MemorySettings settings;
+    settings.Write(ProgramTitle, "Settings", "DBName", catalogue);
+    settings.Write(ProgramTitle, "Options", "Show Tips at Startup", "0");
+    Runtime rt(user, settings, appDir, ProgramTitle);
+    RegisterForms(rt);
+    try {
+        SubMain();
+        Products& form = *Mod().MainForm;
+        Pane& pane = user.PaneFor(form, "Wb1");
+        auto link = [&pane](const std::string& word) { pane.Navigate2("about:blank" + word); };
+        auto drag = [&form](int source, int target) {
+            UserInput::Drag(form("Label2", source), form("Label1", target), 0, 0);
+        };
+        user.actions = {[&] { link("GF-1"); },
+                        [&] { drag(0, 2); },
+                        [&] { drag(1, 3); },
+                        [&] { drag(2, 12); },
+                        [&] { UserInput::Click(form("Command24")); },
+                        [&] { link("CONTINUE"); }};
+        form.bulk->cmdAddAll_Click();
+        t0 = Clock::now();
+        link("TextFiles");
+        const double importSeconds = secondsSince(t0);
+        std::printf("import through GetFiles: %.2f s (checked %d, added %d, edited %d)\n",
+                    importSeconds, form.bulk->TotalChecked, form.bulk->TotalAdded,
+                    form.bulk->TotalEdited);
+    } catch (const ProgramEnded&) {
+        std::fprintf(stderr, "import-bench: the program ended before the import did\n");
+        return 1;
+    }
+    const double shell = timeShellImport(folder, importFile);
+    if (shell < 0)
+        std::printf("sqlite3 shell .import: not available\n");
+    else
+        std::printf("sqlite3 shell .import --csv of the same file: %.2f s\n", shell);
+    return 0;
+}

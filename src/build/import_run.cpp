@@ -1,0 +1,285 @@
+// The run of an import: each record of the source is skipped, flagged, added or edited
+// through `Data2` as FieldPlacement says, with a dated change log in Notes, and a totals
+// page ends it.
+#include <filesystem>
+#include <limits>
+
+#include "base/clock.h"
+#include "base/convert.h"
+#include "base/dates.h"
+#include "base/strings.h"
+#include "build/bulk.h"
+#include "build/text_split.h"
+#include "forms/runtime.h"
+#include "records/data_control.h"
+#include "records/pane.h"
+#include "shell/products.h"
+#include "shell/when.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int NoLookupItem = 777;
+constexpr int PriceColumn = 13;
+constexpr int RetailColumn = 12;
+constexpr int NotesColumn = 29;
+constexpr int DiscoColumn = 21;
+
+// A counter goes up by one; past its largest value it overflows (6) and stays.
+template <class Counter>
+void addOne(Counter& counter) {
+    if (counter == std::numeric_limits<Counter>::max()) throw VbError(vberr::Overflow);
+    ++counter;
+}
+
+bool yesNoColumn(int i) {
+    return i == 19 || i == 21 || i == 22 || i == 30;
+}
+
+// True for a text whose first letter, in upper case and trimmed, is Y or T.
+bool saysYes(const std::string& text) {
+    const std::string first = Left(Trim(UCase(text)), 1);
+    return first == "Y" || first == "T";
+}
+
+std::string today() {
+    return formatDate(theClock().Date(), "MM/DD/YY");
+}
+
+}  // namespace
+
+void Bulk::importRun(Trap& on) {
+    Pane& pane = P.Wb1();
+    on([&] { pane.Navigate2("about:blank"); });
+    on([&] {
+        pane.Write("<center><font color=blue>Getting Information From: " +
+                   UCase(fs::path(fileName_).filename().string()) + "<br><br><br>");
+    });
+    on([&] {
+        ImportNote = Runtime::Current().ui().InputBox(
+            std::string("Would You Like To Put A Note For This?") + vb::vbCrLf +
+                "Enter It In The Text Box Below, Or Use The One Already In There",
+            "Want A Note?", today() + " - ");
+    });
+    // A file that did not open is at its end at once.
+    auto atEnd = [&] { return !source_.isOpen() || source_.eof(); };
+    on([&] { source_.open(fileName_); });
+    on([&] { TotalLines = 0; });
+    while (!atEnd()) {
+        on([&] { source_.lineInput(); });
+        on([&] { addOne(TotalLines); });
+    }
+    on([&] { source_.close(); });
+    on([&] { source_.open(fileName_); });
+    for (int n = 1; n <= SkipLines; ++n)
+        on([&] { line_ = source_.lineInput(); });
+    on([&] { P.ContinueFlag = false; });
+    while (!atEnd()) {
+        readRecord(on);
+        importRecord(on);
+        on([&] { Runtime::Current().LetEventsRun(); });
+        if (when(on, [&] { return P.ContinueFlag; })) {
+            on([&] { P.ContinueFlag = false; });
+            break;
+        }
+        if (when(on, [&] { return CancelFlag; })) {
+            on([&] { CancelFlag = false; });
+            break;
+        }
+    }
+}
+
+void Bulk::readRecord(Trap& on) {
+    on([&] { line_ = source_.lineInput(); });
+    on([&] {
+        splitItems(
+            line_, Separator, LinesPerItem, SourceItems,
+            [&](std::string& next) { next = source_.lineInput(); }, on);
+    });
+}
+
+void Bulk::findStockNo(Trap& on, const std::string& stockNo) {
+    on([&] { P.Data2->Recordset().FindFirst("[StockNo] = '" + stockNo + "'"); });
+}
+
+void Bulk::importRecord(Trap& on) {
+    DaoRecordset* rs = nullptr;
+    on([&] { rs = &P.Data2->Recordset(); });
+    if (!rs) return;
+    if (when(on, [&] { return rs->RecordCount() > 0; })) {
+        on([&] { rs->MoveLast(); });
+        on([&] { NextId = CLng(rs->GetValue(0)); });
+    }
+    on([&] { addOne(TotalChecked); });
+    if (KeyItem != NoLookupItem && when(on, [&] {
+            const std::string& key = slotAt(SourceItems, KeyItem);
+            return key == "99999999" || key.empty() || key == "0";
+        }))
+        return;
+    for (int i : {7, 8})
+        if (when(on, [&] { return Trim(slotAt(SourceItems, i)) == "-"; }))
+            on([&] { slotAt(SourceItems, i) = ""; });
+    // A discontinued source item is never added; an existing one is only flagged.
+    int n = 0;
+    if (when(on, [&] {
+            if (!SkipDiscontinued || Left(FieldPlacement[DiscoColumn], 3) != "FI-") return false;
+            n = CInt(Variant(Mid(FieldPlacement[DiscoColumn], 4)));
+            return saysYes(slotAt(SourceItems, n));
+        })) {
+        if (when(on, [&] { return KeyItem == NoLookupItem; }))
+            findStockNo(on, Mid(FieldPlacement[2], 4));
+        else
+            on([&] { findStockNo(on, slotAt(SourceItems, KeyItem)); });
+        if (!when(on, [&] { return rs->NoMatch(); })) {
+            on([&] { rs->Edit(); });
+            on([&] { rs->SetValue(DiscoColumn, Variant(true)); });
+            on([&] { rs->Update(); });
+        }
+        return;
+    }
+    on([&] { addOne(NextId); });
+    if (when(on, [&] { return KeyItem == NoLookupItem; })) {
+        findStockNo(on, Mid(FieldPlacement[2], 4) + std::to_string(NextId));
+    } else if (when(on, [&] { return KeyItem == -1; })) {
+        findStockNo(on, std::to_string(NextId));
+    } else {
+        if (when(on, [&] { return slotAt(SourceItems, KeyItem).empty(); })) return;
+        on([&] { findStockNo(on, slotAt(SourceItems, KeyItem)); });
+    }
+    if (when(on, [&] { return rs->NoMatch(); })) {
+        on([&] { IsNew = true; });
+        if (when(on, [&] { return EditOnly; })) return;
+        on([&] { rs->AddNew(); });
+        on([&] { rs->SetValue(0, Variant::Long(NextId)); });
+    } else {
+        on([&] { rs->Edit(); });
+        on([&] { IsNew = false; });
+    }
+    writeColumns(on);
+    if (when(on, [&] { return rs->GetValue(PriceColumn).IsNull(); }))
+        on([&] { rs->SetValue(PriceColumn, rs->GetValue(RetailColumn)); });
+    writeChangeLog(on);
+    if (when(on, [&] { return FieldPlacement[NotesColumn] == "AI-Delete"; }))
+        on([&] { rs->SetValue(NotesColumn, Variant("")); });
+    on([&] { rs->Update(); });
+    if (when(on, [&] { return ChangeSeen == "ok"; })) on([&] { addOne(TotalEdited); });
+    if (when(on, [&] { return IsNew; })) on([&] { addOne(TotalAdded); });
+    on([&] { ChangeSeen = ""; });
+    for (auto& row : ChangeLog)
+        row = {Variant(""), Variant("")};
+    on([&] { (*this)("lblStatus").SetCaption("Adding Product ID # " + std::to_string(NextId)); });
+}
+
+// Columns 1 to 30 as FieldPlacement says; a value the column refuses leaves what an earlier
+// statement put there.
+void Bulk::writeColumns(Trap& on) {
+    DaoRecordset& rs = P.Data2->Recordset();
+    int n = 0;  // the source item of the placement; kept when a placement names none
+    for (int i = 1; i <= 30; ++i) {
+        const std::string& placement = FieldPlacement[static_cast<std::size_t>(i)];
+        const std::string typed = Mid(placement, 4);
+        const bool ai = Left(placement, 3) == "AI-";
+        if (!placement.empty() && !ai) on([&] { n = CInt(Variant(typed)); });
+        if (yesNoColumn(i) && !placement.empty() && !ai) {
+            std::string said;
+            on([&] { said = Trim(UCase(slotAt(SourceItems, n))); });
+            const std::string first = Left(said, 1);
+            if (when(on, [&] { return first == "Y" || first == "T" || Left(said, 3) == "YES"; }))
+                on([&] { slotAt(SourceItems, n) = "True"; });
+            else if (when(on,
+                          [&] { return first == "N" || first == "F" || Left(said, 2) == "NO"; }))
+                on([&] { slotAt(SourceItems, n) = "False"; });
+        }
+        if (placement.empty()) continue;
+        if (!IsNew) {
+            if (ai) {
+                on([&] { ChangeLog[i][0] = rs.GetValue(i); });
+                on([&] { ChangeLog[i][1] = Variant(typed); });
+            } else if (when(on, [&] {
+                           const Variant column = rs.GetValue(i);
+                           return column.IsNull() ||
+                                  Val(Trim(slotAt(SourceItems, n))) != Val(Trim(textOf(column)));
+                       })) {
+                on([&] { ChangeLog[i][0] = rs.GetValue(i); });
+                on([&] { ChangeLog[i][1] = Variant(slotAt(SourceItems, n)); });
+            }
+        }
+        if (i >= 7 && i <= 13)
+            on([&] { rs.SetValue(i, Variant::Double(Val(ai ? typed : slotAt(SourceItems, n)))); });
+        if (yesNoColumn(i)) {
+            if (ai)
+                on([&] { rs.SetValue(i, Variant(saysYes(Mid(Trim(UCase(placement)), 4, 1)))); });
+            else
+                on([&] {
+                    const std::string said = Trim(UCase(slotAt(SourceItems, n)));
+                    rs.SetValue(i, Variant(said == "Y" || said == "T"));
+                });
+        }
+        if (ai)
+            on([&] { rs.SetValue(i, Variant(i == 2 ? typed + std::to_string(NextId) : typed)); });
+        else
+            on([&] { rs.SetValue(i, Variant(slotAt(SourceItems, n))); });
+        if (placement == "AI-Delete") on([&] { rs.SetValue(i, Variant("")); });
+    }
+}
+
+void Bulk::writeChangeLog(Trap& on) {
+    DaoRecordset& rs = P.Data2->Recordset();
+    auto append = [&](const std::string& text) {
+        on([&] { rs.SetValue(NotesColumn, Variant(textOf(rs.GetValue(NotesColumn)) + text)); });
+    };
+    if (when(on, [&] { return IsNew; })) {
+        append(ImportNote + " - Added This Item" + vb::vbCrLf);
+        return;
+    }
+    append(ImportNote + today() + " - Edited This Item" + vb::vbCrLf);
+    for (int i = 0; i <= 30; ++i) {
+        if (!when(on, [&] { return textOf(ChangeLog[i][1]) != ""; })) continue;
+        on([&] { ChangeSeen = "ok"; });
+        on([&] {
+            append(std::string("\t") + "Changed: " + rs.FieldName(i) + " From '" +
+                   textOf(ChangeLog[i][0]) + "' To '" + textOf(ChangeLog[i][1]) + "'" + vb::vbCrLf);
+        });
+    }
+    if (when(on, [&] { return ChangeSeen != "ok"; })) append("\tNo Changes Made");
+}
+
+// Every way out of an import: the totals page, the placement file of a finished plain
+// import, the wait for "Click Here To Continue", and the form reset and refreshed.
+void Bulk::commonEnding(Trap& on) {
+    Pane& pane = P.Wb1();
+    on([&] { source_.close(); });
+    on([&] { P.Data3->Refresh(); });
+    on([&] { P.Data3->Recordset().MoveFirst(); });
+    on([&] { (*this)("lblStatus").SetCaption("Finished"); });
+    on([&] { pane.Navigate2("about:blank"); });
+    on([&] { P.Data2->Refresh(); });
+    on([&] { P.Data2->Recordset().MoveFirst(); });
+    on([&] {
+        pane.Write("<font size=4><center>Total Checked: " + std::to_string(TotalChecked) +
+                   "<br>Total Added: " + std::to_string(TotalAdded) +
+                   "<br>Total Edited: " + std::to_string(TotalEdited));
+    });
+    on([&] {
+        pane.Write(
+            "<br><p align=center><font size=3 font color=red><a href='CONTINUE'>Click Here To "
+            "Continue</a>");
+    });
+    on([&] { P.ContinueFlag = false; });
+    if (when(on, [&] { return KeyItem != -1; })) {
+        std::string placement;
+        on([&] { placement = Left(fileName_, Len(fileName_) - 3) + "dat"; });
+        if (when(on, [&] { return !fs::exists(placement); }))
+            writePlacementFile(placement, placements(), on);
+    }
+    while (!when(on, [&] { return P.ContinueFlag; }))
+        on([&] { Runtime::Current().WaitForUser(); });
+    on([&] { source_.close(); });
+    on([&] { P.ImportKind = 0; });
+    on([&] { P.cmdReset_Click(); });
+    on([&] { P.cmdRefresh_Click(); });
+    on([&] { P.ContinueFlag = false; });
+    on([&] { P.Data1->Refresh(); });
+    on([&] { P.Data2->Refresh(); });
+}
