@@ -88,6 +88,12 @@ void Blur(Control& c) {
 }
 
 namespace {
+// The kinds whose widgets do not report a click of their own: the release makes it.
+bool reportsNoClick(ControlKind kind) {
+    return kind == ControlKind::Label || kind == ControlKind::Image || kind == ControlKind::Frame ||
+           kind == ControlKind::TextBox;
+}
+
 EventArgs mouseArgs(const Mouse& m) {
     EventArgs args;
     args.Button = m.button;
@@ -106,11 +112,19 @@ void MouseDown(Control& c, const Mouse& m) {
 void MouseUp(Control& c, const Mouse& m, bool completesClick) {
     EventArgs args = mouseArgs(m);
     c.Raise("MouseUp", args);
-    const ControlKind kind = c.Kind();
-    const bool reportsNoClick = kind == ControlKind::Label || kind == ControlKind::Image ||
-                                kind == ControlKind::Frame || kind == ControlKind::TextBox;
-    if (reportsNoClick && completesClick && m.button == 1 && c.Parent().IsLoaded())
+    if (reportsNoClick(c.Kind()) && completesClick && m.button == 1 && c.Parent().IsLoaded())
         c.Raise("Click");
+}
+
+void MouseClick(Control& c) {
+    if (c.Kind() == ControlKind::Menu) {
+        Click(c);
+        return;
+    }
+    MouseDown(c, {});
+    if (!c.Parent().IsLoaded()) return;
+    MouseUp(c, {}, true);
+    if (!reportsNoClick(c.Kind()) && c.Parent().IsLoaded()) Click(c);
 }
 
 bool Draggable(const Control& c) {

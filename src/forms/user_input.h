@@ -9,9 +9,13 @@ class Form;
 // call only these, so a script plays exactly the code a user's mouse and keys run.
 namespace UserInput {
 
-// A click: a check box toggles its Value, an option button is selected (the others of its
-// container go off), anything else raises Click.
+// What a widget reports as its own click: a check box toggles its Value, an option button
+// is selected (the others of its container go off), anything else raises Click.
 void Click(Control& c);
+// A whole click of the left button on a control, as a user's mouse makes it: MouseDown,
+// MouseUp, then the click (a label, image, frame or text box hears it through its MouseUp,
+// the other kinds as their widget reports it). A menu item only hears its Click.
+void MouseClick(Control& c);
 void DblClick(Control& c);
 // The text a user leaves in a box; Change fires when it differs.
 void Type(Control& c, const std::string& text);

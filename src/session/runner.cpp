@@ -497,7 +497,7 @@ class Session final : public ScriptedUi::Host {
     void perform(const Command& c) {
         switch (c.op) {
             case Op::Click:
-                UserInput::Click(reachable(c, c.ref));
+                UserInput::MouseClick(reachable(c, c.ref));
                 break;
             case Op::DblClick:
                 UserInput::DblClick(reachable(c, c.ref));

@@ -17,6 +17,7 @@
 #include "desktop/form_host.h"
 #include "desktop/qt_ui.h"
 #include "desktop_fixture.h"
+#include "gesture_form.h"
 
 namespace {
 
@@ -215,70 +216,13 @@ TEST_F(EditingDesktopTest, AClickOnThePictureEnlargesItAndTheReturnLinkComesBack
 
 // --- Dragging with the mouse, on a form of the test's own ---------------------------------
 
-// Two boxes in a frame: one that drags itself, one that takes drops; each event notes what
-// it saw.
-class BoardForm : public Form {
-  public:
-    BoardForm() : Form("frmBoard") {
-        SetCaption("Board");
-        SetNum("Width", 6000);
-        SetNum("Height", 4500);
-        Control& frame = Add("Frame1", ControlKind::Frame);
-        place(frame, 100, 100, 5600, 3600);
-        frame.SetCaption("Drag the boxes");
-        Control& source = Add("lblItem", ControlKind::Label, 0);
-        place(source, 300, 400, 1500, 300);
-        source.SetCaption("Item");
-        source.SetContainer("Frame1");
-        source.SetProperty("DragMode", Variant(1));
-        Control& still = Add("lblItem", ControlKind::Label, 1);
-        place(still, 300, 1000, 1500, 300);
-        still.SetCaption("Fixed");
-        still.SetContainer("Frame1");
-        Control& target = Add("lblBox", ControlKind::Label, 7);
-        place(target, 3000, 400, 2000, 600);
-        target.SetCaption("Drop here");
-        target.SetContainer("Frame1");
-        auto note = [this](const std::string& what) {
-            return [this, what](EventArgs& e) { seen.push_back(what + describe(e)); };
-        };
-        On("lblBox", "DragDrop", note("box drop"));
-        On("Frame1", "DragDrop", note("frame drop"));
-        On("lblBox", "MouseUp", note("box up"));
-        On("Frame1", "MouseUp", note("frame up"));
-        On("lblItem", "MouseDown", note("item down"));
-        On("lblItem", "MouseUp", note("item up"));
-        On("lblItem", "Click", note("item click"));
-        On("lblItem", "DragDrop", note("item drop"));
-    }
-
-    std::vector<std::string> seen;
-    float lastX = -1, lastY = -1;
-
-  private:
-    static void place(Control& c, double left, double top, double width, double height) {
-        c.SetNum("Left", left);
-        c.SetNum("Top", top);
-        c.SetNum("Width", width);
-        c.SetNum("Height", height);
-    }
-    std::string describe(EventArgs& e) {
-        std::string s = " " + std::to_string(e.Index);
-        if (e.Source) s += " from " + e.Source->Path();
-        if (e.Button) s += " button " + std::to_string(e.Button);
-        lastX = e.X;
-        lastY = e.Y;
-        return s;
-    }
-};
-
 class DragDesktopTest : public DesktopFixture {
   protected:
     DragDesktopTest() : DesktopFixture(Title, Folder::Empty) {
         program_ = std::make_unique<desktop::DesktopProgram>(appDir(), Title, settings_.path());
         Runtime& rt = program_->runtime();
-        rt.Register("frmBoard", [] { return std::make_unique<BoardForm>(); });
-        board_ = static_cast<BoardForm*>(&rt.Get("frmBoard"));
+        rt.Register("frmBoard", [] { return std::make_unique<GestureForm>(); });
+        board_ = static_cast<GestureForm*>(&rt.Get("frmBoard"));
         rt.Show(*board_);
         QWidget* w = program_->ui().host().windowOf(*board_)->window();
         (void)QTest::qWaitForWindowExposed(w);
@@ -299,7 +243,7 @@ class DragDesktopTest : public DesktopFixture {
         QTest::mouseRelease(from, Qt::LeftButton, {}, end);
     }
 
-    BoardForm* board_ = nullptr;
+    GestureForm* board_ = nullptr;
 };
 
 TEST_F(DragDesktopTest, DroppingADraggableBoxOnAnotherRaisesDragDropWithTheSource) {
@@ -344,6 +288,15 @@ TEST_F(DragDesktopTest, TheRightButtonReleasedOverABoxRaisesItsMouseUpOnce) {
     QTest::mouseClick(widget("lblItem", 0), Qt::RightButton);
     EXPECT_EQ(board_->seen,
               (std::vector<std::string>{"item down 0 button 2", "item up 0 button 2"}));
+}
+
+TEST_F(DragDesktopTest, TheMouseAndKeysGiveTheFormWhatTheSameScriptLinesGive) {
+    // GestureScript's lines, made with the mouse and the keyboard.
+    dragWithMouse(widget("lblItem", 0), widget("lblBox", 7), QPoint(30, 10));
+    dragWithMouse(widget("lblItem", 1), widget("lblBox", 7), QPoint(30, 10));
+    QTest::mouseClick(widget("lblItem", 1), Qt::LeftButton);
+    QTest::keyClick(widget("txtName"), Qt::Key_A);
+    EXPECT_EQ(board_->seen, GestureNotes);
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "forms/runtime.h"
+#include "gesture_form.h"
 #include "session/pattern.h"
 #include "session/runner.h"
 #include "session/script.h"
@@ -378,6 +380,22 @@ TEST_F(RunnerTest, CopyBringsFilesAndFoldersFromBesideTheScript) {
     EXPECT_EQ(failure("copy \"inputs/none.jpg\" \"x.jpg\"\n"),
               "1: copy \"inputs/none.jpg\" \"x.jpg\": expected a file or folder \"" +
                   (root_ / "inputs" / "none.jpg").string() + "\", found none");
+}
+
+TEST_F(RunnerTest, ScriptLinesGiveTheFormWhatTheMouseAndKeysGive) {
+    ProgramHooks gestures;
+    gestures.title = "Gestures";
+    gestures.registerForms = [](Runtime& rt) {
+        rt.Register("frmBoard", [] { return std::make_unique<GestureForm>(); });
+    };
+    gestures.subMain = [] { Runtime::Current().Show(Runtime::Current().Get("frmBoard")); };
+    std::string notes;
+    for (const std::string& note : GestureNotes)
+        notes += (notes.empty() ? "" : "|") + note;
+    const std::string script = std::string("program-folder no-catalogue\nstart\n") + GestureScript +
+                               "expect var frmBoard.Seen \"" + notes + "\"\n";
+    ScriptResult r = runScriptFile(write("gestures.session", script), gestures, options_);
+    EXPECT_TRUE(r.passed) << r.report();
 }
 
 TEST_F(RunnerTest, SqlOnTheCatalogue) {
