@@ -3,6 +3,7 @@
 #include "base/convert.h"
 #include "forms/runtime.h"
 #include "records/pane.h"
+#include "shell/browse_keys.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
 #include "shell/products.h"
@@ -10,10 +11,6 @@
 #include "webcat/web_catalogue.h"
 
 namespace {
-
-constexpr int vbKeyEscape = 27, vbKeyPageUp = 33, vbKeyPageDown = 34, vbKeyEnd = 35, vbKeyHome = 36,
-              vbKeyUp = 38, vbKeyDown = 40;
-constexpr int vbCtrlMask = 2;
 
 // The buttons that need a current record.
 const char* const RecordButtons[] = {"cmdDetSearch", "cmdEdit",     "cmdDelete", "cmdFirst",
@@ -234,28 +231,9 @@ void Products::cmdShowPic_Click() {
 void Products::Form_KeyDown(int& KeyCode, int Shift) {
     Trap on = reportTo("(Form) Products::Sub Form_KeyDown");
     if (mbEditFlag || mbAddNewFlag) return;
-    const bool ctrl = (Shift & vbCtrlMask) != 0;
-    switch (KeyCode) {
-        case vbKeyEscape:
-            on([&] { cmdClose_Click(); });
-            break;
-        case vbKeyEnd:
-            on([&] { cmdLast_Click(); });
-            break;
-        case vbKeyHome:
-            on([&] { cmdFirst_Click(); });
-            break;
-        case vbKeyUp:
-        case vbKeyPageUp:
-            on([&] { ctrl ? cmdFirst_Click() : cmdPrevious_Click(); });
-            break;
-        case vbKeyDown:
-        case vbKeyPageDown:
-            on([&] { ctrl ? cmdLast_Click() : cmdNext_Click(); });
-            break;
-        default:
-            break;
-    }
+    browseKey(KeyCode, Shift, on,
+              {[&] { cmdClose_Click(); }, [&] { cmdFirst_Click(); }, [&] { cmdLast_Click(); },
+               [&] { cmdPrevious_Click(); }, [&] { cmdNext_Click(); }});
 }
 
 void Products::Command4_Click() {

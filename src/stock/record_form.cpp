@@ -8,15 +8,13 @@
 #include "forms/placement.h"
 #include "forms/runtime.h"
 #include "records/store.h"
+#include "shell/browse_keys.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
 #include "shell/when.h"
 
 namespace {
 
-constexpr int vbKeyEscape = 27, vbKeyPageUp = 33, vbKeyPageDown = 34, vbKeyEnd = 35, vbKeyHome = 36,
-              vbKeyUp = 38, vbKeyDown = 40;
-constexpr int vbCtrlMask = 2;
 constexpr std::int16_t vbTrue = -1;
 
 // The buttons that need a current record.
@@ -181,28 +179,9 @@ void RecordForm::Form_Unload(int& /*Cancel*/) {
 void RecordForm::Form_KeyDown(int& KeyCode, int Shift) {
     Trap on = reportTo(tag("Form_KeyDown"));
     if (EditFlag || AddFlag) return;
-    const bool ctrl = (Shift & vbCtrlMask) != 0;
-    switch (KeyCode) {
-        case vbKeyEscape:
-            on([&] { cmdClose_Click(); });
-            break;
-        case vbKeyEnd:
-            on([&] { cmdLast_Click(); });
-            break;
-        case vbKeyHome:
-            on([&] { cmdFirst_Click(); });
-            break;
-        case vbKeyUp:
-        case vbKeyPageUp:
-            on([&] { ctrl ? cmdFirst_Click() : cmdPrevious_Click(); });
-            break;
-        case vbKeyDown:
-        case vbKeyPageDown:
-            on([&] { ctrl ? cmdLast_Click() : cmdNext_Click(); });
-            break;
-        default:
-            break;
-    }
+    browseKey(KeyCode, Shift, on,
+              {[&] { cmdClose_Click(); }, [&] { cmdFirst_Click(); }, [&] { cmdLast_Click(); },
+               [&] { cmdPrevious_Click(); }, [&] { cmdNext_Click(); }});
 }
 
 void RecordForm::adoPrimaryRS_MoveComplete() {
