@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -29,22 +29,49 @@ std::string readFile(const std::string& path) {
 }
 
 // The names declared with NAMED_VAR in a header, and its plain data members, which must
-// all be internal (a trailing "_", or the binding).
+// all be internal (a trailing "_", or a few named below).
 struct Declared {
     Names named, plain;
 };
+
+bool isNameChar(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
+}
+
+// The last name in a piece of a declaration ("std::int16_t LoopI " gives "LoopI").
+std::string lastName(const std::string& text) {
+    std::size_t end = text.size();
+    while (end > 0 && !isNameChar(text[end - 1]))
+        --end;
+    std::size_t begin = end;
+    while (begin > 0 && isNameChar(text[begin - 1]))
+        --begin;
+    return text.substr(begin, end - begin);
+}
+
+// A line such as "    Binding binding;" or "    bool retrying_ = false;": a data member.
+bool declaresMember(const std::string& line) {
+    const std::size_t first = line.find_first_not_of(' ');
+    if (first == std::string::npos || first < 4 || line.find_first_of("()") != std::string::npos)
+        return false;
+    const std::string code = line.substr(first, line.find("//") - first);
+    for (const char* word : {"using ", "return ", "friend ", "class ", "struct ", "enum ", "}"})
+        if (code.rfind(word, 0) == 0) return false;
+    const std::size_t semicolon = code.find(';');
+    return semicolon != std::string::npos && code.find(' ') < semicolon;
+}
+
 Declared declaredIn(const std::string& header) {
     Declared d;
-    const std::regex namedVar(R"(NAMED_VAR\(.*,\s*(\w+)\))");
-    const std::regex member(R"(^\s+[\w:<>, *&]+[\s*&](\w+)\s*(=[^;]*|\{[^;]*\})?;\s*(//.*)?$)");
     std::istringstream lines(readFile(header));
-    std::smatch m;
     for (std::string line; std::getline(lines, line);) {
-        if (std::regex_search(line, m, namedVar))
-            d.named.insert(m[1]);
-        else if (line.find('(') == std::string::npos && std::regex_match(line, m, member) &&
-                 line.find("using ") == std::string::npos)
-            d.plain.insert(m[1]);
+        const std::size_t named = line.find("NAMED_VAR(");
+        if (named != std::string::npos) {
+            d.named.insert(lastName(line.substr(0, line.find(')', named))));
+        } else if (declaresMember(line)) {
+            const std::string code = line.substr(0, line.find_first_of("={;"));
+            d.plain.insert(lastName(code));
+        }
     }
     return d;
 }
