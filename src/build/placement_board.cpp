@@ -75,19 +75,16 @@ void Bulk::wireBoard() {
     P.On("Label2", "DragDrop", drop);
     P.On("Frame11", "DragDrop", [this](EventArgs& e) { Frame11_DragDrop(e.Source); });
     P.On("Label1", "MouseUp", [this](EventArgs& e) { Label1_MouseUp(e.Index, e.Button); });
-    auto click = [this](const char* control, void (Bulk::*procedure)()) {
-        P.On(control, "Click", [this, procedure](EventArgs&) { (this->*procedure)(); });
-    };
-    click("cmdAddAll", &Bulk::cmdAddAll_Click);
-    click("Command22", &Bulk::Command22_Click);
-    click("Command23", &Bulk::Command23_Click);
-    click("Command24", &Bulk::Command24_Click);
-    click("Command25", &Bulk::Command25_Click);
-    click("mnuPopupDA", &Bulk::mnuPopupDA_Click);
-    click("mnuPopupAI", &Bulk::mnuPopupAI_Click);
-    click("mnuPopupCI", &Bulk::mnuPopupCI_Click);
-    click("cmdSelectAll", &Bulk::cmdSelectAll_Click);
-    click("cmdUnSelect", &Bulk::cmdUnSelect_Click);
+    OnClick("cmdAddAll", &Bulk::cmdAddAll_Click);
+    OnClick("Command22", &Bulk::Command22_Click);
+    OnClick("Command23", &Bulk::Command23_Click);
+    OnClick("Command24", &Bulk::Command24_Click);
+    OnClick("Command25", &Bulk::Command25_Click);
+    OnClick("mnuPopupDA", &Bulk::mnuPopupDA_Click);
+    OnClick("mnuPopupAI", &Bulk::mnuPopupAI_Click);
+    OnClick("mnuPopupCI", &Bulk::mnuPopupCI_Click);
+    OnClick("cmdSelectAll", &Bulk::cmdSelectAll_Click);
+    OnClick("cmdUnSelect", &Bulk::cmdUnSelect_Click);
 }
 
 bool Bulk::filled(int Index) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "forms/vars.h"
@@ -21,6 +22,13 @@ class ProductsPart {
   protected:
     Products& P;
     VarTable& Vars();
+    // A control's Click procedure: a procedure of the part itself, without arguments.
+    template <class Part>
+    void OnClick(std::string_view control, void (Part::*procedure)()) {
+        Part* self = static_cast<Part*>(this);
+        onClick(control, [self, procedure] { (self->*procedure)(); });
+    }
+    void onClick(std::string_view control, std::function<void()> procedure);
     // A control of the main form, as the form's own procedures reach it.
     Control& operator()(std::string_view name, int index = -1) const;
 };

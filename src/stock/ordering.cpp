@@ -71,8 +71,8 @@ void showRecordButtons(Products& P, Trap& on, bool visible) {
 }  // namespace
 
 Ordering::Ordering(Products& form) : ProductsPart(form) {
-    P.On("Command1", "Click", [this](EventArgs&) { Command1_Click(); });
-    P.On("Command2", "Click", [this](EventArgs&) { Command2_Click(); });
+    OnClick("Command1", &Ordering::Command1_Click);
+    OnClick("Command2", &Ordering::Command2_Click);
     P.On("cmdSup", "Click", [this](EventArgs& e) { cmdSup_Click(e.Index); });
 }
 
