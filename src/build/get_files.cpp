@@ -10,8 +10,12 @@
 
 void Bulk::GetFiles() {
     Trap on = reportTo("(Form) BuildDB::Sub GetFiles");
-    // NOT BUILT YET: the database source.
-    if (P.ImportKind == 7) return;
+    // NOT BUILT YET: the database source. Until it is, its run ends at once as a run
+    // ends, with the import kind back to a text file's, so a later text import still runs.
+    if (P.ImportKind == 7) {
+        P.ImportKind = 0;
+        return;
+    }
     fileName_.clear();
     line_.clear();
     lastItem_ = 0;
