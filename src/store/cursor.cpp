@@ -335,6 +335,11 @@ bool quickEquals(std::string_view text, std::string_view& name, std::string_view
 
 }  // namespace
 
+std::uint64_t Cursor::cellHash(int row, int column) const {
+    return isTextColumn(table_, column) ? hashFolded(table_.text(row, column))
+                                        : hashNumber(table_.number(row, column));
+}
+
 long Cursor::findEqual(int column, const Variant& wanted, long from, bool forward) {
     const bool text = isTextColumn(table_, column);
     double number = 0;
@@ -346,9 +351,6 @@ long Cursor::findEqual(int column, const Variant& wanted, long from, bool forwar
         }
     }
     const std::string needle = text ? CStr(wanted) : std::string();
-    auto hashOfRow = [&](int row) {
-        return text ? hashFolded(table_.text(row, column)) : hashNumber(table_.number(row, column));
-    };
     auto isMatch = [&](long p) {
         int row = view_[p];
         if (table_.isNull(row, column)) return false;
@@ -366,7 +368,7 @@ long Cursor::findEqual(int column, const Variant& wanted, long from, bool forwar
         // Filled from the back, so that each chain runs in view order.
         for (long p = count() - 1; p >= 0; --p) {
             if (table_.isNull(view_[p], column)) continue;
-            std::size_t slot = hashOfRow(view_[p]) & (slots - 1);
+            std::size_t slot = cellHash(view_[p], column) & (slots - 1);
             index.next[p] = index.head[slot];
             index.head[slot] = p;
         }
@@ -415,9 +417,7 @@ void Cursor::unlinkFromIndex(int column, long p) {
     Index& index = it->second;
     const int row = view_[p];
     if (table_.isNull(row, column)) return;
-    const std::uint64_t hash = isTextColumn(table_, column)
-                                   ? hashFolded(table_.text(row, column))
-                                   : hashNumber(table_.number(row, column));
+    const std::uint64_t hash = cellHash(row, column);
     long* at = &index.head[hash & (index.head.size() - 1)];
     while (*at >= 0 && *at != p)
         at = &index.next[*at];
@@ -436,9 +436,7 @@ void Cursor::linkIntoIndex(int column, long p) {
     }
     const int row = view_[p];
     if (table_.isNull(row, column)) return;
-    const std::uint64_t hash = isTextColumn(table_, column)
-                                   ? hashFolded(table_.text(row, column))
-                                   : hashNumber(table_.number(row, column));
+    const std::uint64_t hash = cellHash(row, column);
     // Each chain runs in view order.
     long* at = &index.head[hash & (index.head.size() - 1)];
     while (*at >= 0 && *at < p)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -68,6 +69,8 @@ class Cursor {
     void applySort();
     void viewChanged();
     long findEqual(int column, const Variant& value, long from, bool forward);
+    // The hash under which an index of finds keeps a cell (text folded, numbers as such).
+    std::uint64_t cellHash(int row, int column) const;
     // Keeps the indexes of finds right for the row at position p: before its value in a
     // column changes (unlink) and after (link), so a run of saves builds no index again.
     void unlinkFromIndex(int column, long p);
