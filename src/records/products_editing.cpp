@@ -8,6 +8,7 @@
 #include "shell/errhandler.h"
 #include "shell/module.h"
 #include "shell/products.h"
+#include "shell/record_buttons.h"
 #include "shell/when.h"
 
 namespace {
@@ -18,13 +19,8 @@ constexpr int adStatusCancel = 4;
 
 void Products::SetButtons(bool bVal) {
     Trap on = reportTo("(Form) Products::Sub SetButtons");
-    for (const char* name :
-         {"cmdAdd", "cmdEdit", "cmdDelete", "cmdClose", "cmdRefresh", "Command16"})
-        on([&] { (*this)(name).SetVisible(bVal); });
-    for (const char* name : {"cmdUpdate", "cmdCancel"})
-        on([&] { (*this)(name).SetVisible(!bVal); });
-    for (const char* name : {"cmdNext", "cmdFirst", "cmdLast", "cmdPrevious"})
-        on([&] { (*this)(name).SetEnabled(bVal); });
+    setRecordButtons(*this, on, bVal,
+                     {"cmdAdd", "cmdEdit", "cmdDelete", "cmdClose", "cmdRefresh", "Command16"});
 }
 
 void Products::cmdAdd_Click() {

@@ -11,6 +11,7 @@
 #include "shell/browse_keys.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
+#include "shell/record_buttons.h"
 #include "shell/when.h"
 
 namespace {
@@ -207,12 +208,7 @@ void RecordForm::adoPrimaryRS_WillChangeRecord(int& /*adStatus*/) {
 
 void RecordForm::SetButtons(bool bVal) {
     Trap on = reportTo(tag("SetButtons"));
-    for (const char* name : {"cmdAdd", "cmdEdit", "cmdDelete", "cmdClose", "cmdRefresh"})
-        on([&] { (*this)(name).SetVisible(bVal); });
-    for (const char* name : {"cmdUpdate", "cmdCancel"})
-        on([&] { (*this)(name).SetVisible(!bVal); });
-    for (const char* name : {"cmdNext", "cmdFirst", "cmdLast", "cmdPrevious"})
-        on([&] { (*this)(name).SetEnabled(bVal); });
+    setRecordButtons(*this, on, bVal, {"cmdAdd", "cmdEdit", "cmdDelete", "cmdClose", "cmdRefresh"});
 }
 
 void RecordForm::cmdAdd_Click() {
