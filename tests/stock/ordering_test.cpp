@@ -144,6 +144,16 @@ TEST_F(OrderItem, ASupplierWithNoDiscountCostsThatOneFigure) {
     EXPECT_EQ(line("Fees"), "2");
 }
 
+TEST_F(OrderItem, ADiscountWrittenInWordsIsReportedAndTheLineGoesOn) {
+    catalogue();
+    cat.sql("UPDATE Supplier SET Discounts = 'ten';");
+    orderItem({"A100", "4", "0"});
+    EXPECT_EQ(reports.at(0), "13 (Form) Products::Sub Command1_Click");
+    EXPECT_EQ(line("Discount"), "Null");
+    EXPECT_EQ(line("Fees"), "2");
+    EXPECT_EQ(cat.query("SELECT OnOrder FROM Products WHERE StockNo = 'S1'"), "5");
+}
+
 TEST_F(OrderItem, AFeeWrittenWithWordsCountsItsLeadingNumberInTheTotals) {
     catalogue();
     cat.sql("UPDATE Supplier SET OtherChgs = '12.50 each';");
