@@ -17,6 +17,12 @@ struct RecordForms : StockTest {
             "(2, 'Bolt', 'Rye', 0);");
     }
     bool live(Form& f, const char* button) { return f(button).Enabled(); }
+    // Another program holds the file for writing until its handle commits.
+    std::shared_ptr<SqliteFile> lockedByAnother() {
+        auto other = SqliteFile::open(cat.path());
+        other->execScript("BEGIN IMMEDIATE; UPDATE Supplier SET City = 'Ely' WHERE SID = 1");
+        return other;
+    }
 };
 
 TEST_F(RecordForms, AnEmptyTableHasNoCurrentRecordsAndOnlyAddAndCloseLive) {
@@ -81,9 +87,7 @@ TEST_F(RecordForms, AddThenUpdateStoresTheRowAndGoesToTheLast) {
 TEST_F(RecordForms, ARowRefusedAtUpdateIsReportedAndStaysPendingForTheUser) {
     twoSuppliers();
     RecordForm& f = open("frmSupplier");
-    // Another program holds the file for writing.
-    auto other = SqliteFile::open(cat.path());
-    other->execScript("BEGIN IMMEDIATE; UPDATE Supplier SET City = 'Ely' WHERE SID = 1");
+    auto other = lockedByAnother();
     click(f, "cmdAdd");
     type(f, 8, "Crane");
     click(f, "cmdUpdate");
@@ -105,8 +109,7 @@ TEST_F(RecordForms, ARowRefusedAtUpdateIsReportedAndStaysPendingForTheUser) {
 TEST_F(RecordForms, ARowRefusedAtUpdateThenCancelledLeavesNothing) {
     twoSuppliers();
     RecordForm& f = open("frmSupplier");
-    auto other = SqliteFile::open(cat.path());
-    other->execScript("BEGIN IMMEDIATE; UPDATE Supplier SET City = 'Ely' WHERE SID = 1");
+    auto other = lockedByAnother();
     click(f, "cmdEdit");
     type(f, 3, "Hull");
     click(f, "cmdUpdate");
