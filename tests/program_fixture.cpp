@@ -25,7 +25,7 @@ void ProgramUi::WaitForUser() {
     Runtime::Current().Unload(*form);
 }
 
-ProgramTest::ProgramTest() {
+ProgramTest::ProgramTest(bool withSample) : cat(withSample) {
     // The data files that ship beside the program; not the catalogue nor the executable.
     const fs::path shipped(PROGRAM_FILES_DIR);
     for (const char* name : {"Pictures", "Help", "Media", "Pages", "TIPOFDAY.TXT", "textpic.jpg",

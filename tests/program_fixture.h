@@ -29,7 +29,8 @@ struct ProgramUi : RecordingUi {
 // catalogue that a test fills.
 class ProgramTest : public ::testing::Test {
   protected:
-    ProgramTest();
+    // withSample: the catalogue holds the sample shop's rows, as the program ships.
+    explicit ProgramTest(bool withSample = false);
     ~ProgramTest() override;
 
     const std::string& appDir() const { return cat.folder(); }
