@@ -1,9 +1,9 @@
 #include "forms/control.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "base/convert.h"
+#include "base/fold.h"
 #include "base/vb_error.h"
 #include "forms/form.h"
 
@@ -42,10 +42,7 @@ bool hasList(ControlKind k) {
 }  // namespace
 
 bool NoCase::operator()(std::string_view a, std::string_view b) const {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) <
-               std::tolower(static_cast<unsigned char>(y));
-    });
+    return compareFolded(a, b) < 0;
 }
 
 Control::Control(Form& form, std::string name, ControlKind kind, int index)

@@ -1,6 +1,7 @@
 #include "forms/form.h"
 
 #include "base/convert.h"
+#include "base/fold.h"
 #include "base/vb_error.h"
 
 namespace {
@@ -24,13 +25,15 @@ Form::~Form() = default;
 
 Control& Form::Add(const std::string& name, ControlKind kind, int index) {
     controls_.push_back(std::make_unique<Control>(*this, name, kind, index));
+    byName_[foldCase(name)].push_back(controls_.back().get());
     return *controls_.back();
 }
 
 Control* Form::Find(std::string_view name, int index) const {
-    for (const auto& c : controls_)
-        if (c->Index() == index && !NoCase{}(c->Name(), name) && !NoCase{}(name, c->Name()))
-            return c.get();
+    auto it = byName_.find(foldCase(name));
+    if (it == byName_.end()) return nullptr;
+    for (Control* c : it->second)
+        if (c->Index() == index) return c;
     return nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "forms/control.h"
@@ -73,6 +74,9 @@ class Form {
   private:
     std::string name_;
     std::vector<std::unique_ptr<Control>> controls_;
+    // The controls by their folded name, each name's in the order they were added: a
+    // procedure names its controls at every statement.
+    std::unordered_map<std::string, std::vector<Control*>> byName_;
     std::map<std::string, Handler, NoCase> handlers_;
     std::map<std::string, Variant, NoCase> props_;
     std::vector<Observer> observers_;

@@ -1,11 +1,14 @@
 // The frameset `FR<PageBase>.htm` and the contents page `con<PageBase>.htm` of a site of
 // more than one page, and the choice of the contents frame's side.
 #include "base/convert.h"
+#include "base/vb_error.h"
 #include "forms/runtime.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
 #include "shell/products.h"
 #include "webcat/web_catalogue.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -32,15 +35,75 @@ void WebCatalogue::Command30_Click() {
     on([&] { Mod().PanelGo = true; });
 }
 
+std::vector<std::string> WebCatalogue::framesInputs() {
+    const Module& m = Mod();
+    std::vector<std::string> inputs = {textOf(FrameStyle),
+                                       PageBase,
+                                       m.FontNameOf[0][0],
+                                       m.FontColorOf[0][0],
+                                       m.BoldOn[0][0],
+                                       m.ItalicOn[0][0],
+                                       m.UnderlineOn[0][0],
+                                       m.StrikeOn[0][0],
+                                       BodyTag[0],
+                                       textOf(m.TotalPages),
+                                       GroupByCategory ? "C" : "",
+                                       GroupByPageNo ? "P" : "",
+                                       GroupByPrice ? "$" : "",
+                                       GroupByCurrent ? "A" : ""};
+    if (!GroupByCurrent) {
+        Control& labels = (*this)("List4", 1);
+        for (int i = 0; i < labels.ListCount(); ++i)
+            inputs.push_back(labels.List(i));
+    }
+    return inputs;
+}
+
+bool WebCatalogue::framesStandAsMade(const std::vector<std::string>& inputs) const {
+    if (!framesMade_ || framesMade_->inputs != inputs) return false;
+    std::error_code e1, e2, e3, e4;
+    const std::string fr = pagesFolder() + "FR" + PageBase + ".htm";
+    const std::string con = pagesFolder() + "con" + PageBase + ".htm";
+    return fs::file_size(fr, e1) == framesMade_->frSize &&
+           fs::file_size(con, e2) == framesMade_->conSize &&
+           fs::last_write_time(fr, e3) == framesMade_->frTime &&
+           fs::last_write_time(con, e4) == framesMade_->conTime && !e1 && !e2 && !e3 && !e4;
+}
+
+void WebCatalogue::noteFramesMade(std::vector<std::string> inputs) {
+    std::error_code e1, e2, e3, e4;
+    const std::string fr = pagesFolder() + "FR" + PageBase + ".htm";
+    const std::string con = pagesFolder() + "con" + PageBase + ".htm";
+    FramesMade made{std::move(inputs), fs::file_size(fr, e1), fs::file_size(con, e2),
+                    fs::last_write_time(fr, e3), fs::last_write_time(con, e4)};
+    if (e1 || e2 || e3 || e4)
+        framesMade_.reset();
+    else
+        framesMade_ = std::move(made);
+}
+
 void WebCatalogue::writeFrames(Trap& on) {
     Module& m = Mod();
+    // Each page of a run writes the two files again. When nothing they are made of has
+    // changed since they were last written whole, and both stand as written then, writing
+    // them again would give the same bytes: the pages of a run do not pay for it once each.
+    std::vector<std::string> inputs;
+    bool known = true;
+    try {
+        inputs = framesInputs();
+    } catch (const VbError&) {
+        known = false;  // then the files are written as always, faults and all
+    }
+    if (known && framesStandAsMade(inputs)) return;
+    framesMade_.reset();
+    bool whole = known;
     const int style = styleOf(FrameStyle);
     const std::string contents = "con" + PageBase + ".htm";
     const std::string first = PageBase + "1.htm";
     TextFileWriter fr;
-    on([&] { fr.open(pagesFolder() + "FR" + PageBase + ".htm"); });
+    whole &= on([&] { fr.open(pagesFolder() + "FR" + PageBase + ".htm"); });
     auto line = [&](TextFileWriter& out, const std::string& text) {
-        on([&] { out.printLine(text); });
+        whole &= on([&] { out.printLine(text); });
     };
     for (const char* text : {"<html>", "<head>", "<title>Contents Frame</title>", "</head>"})
         line(fr, text);
@@ -65,11 +128,11 @@ void WebCatalogue::writeFrames(Trap& on) {
                              "<p>This page uses frames, but your browser doesn't support them.",
                              "</body>", "</noframes>", "</frameset>", "</frameset>", "</html>"})
         line(fr, text);
-    on([&] { fr.close(); });
+    whole &= on([&] { fr.close(); });
 
     TextFileWriter con;
     const std::string colour = m.FontColorOf[0][0];
-    on([&] { con.open(pagesFolder() + contents); });
+    whole &= on([&] { con.open(pagesFolder() + contents); });
     for (const char* text :
          {"<html>", "<head>", "<title>Contents Frame</title>", "</head>", "<body>"})
         line(con, text);
@@ -93,7 +156,7 @@ void WebCatalogue::writeFrames(Trap& on) {
     };
     if (GroupByCurrent) {
         long total = 0;
-        on([&] { total = CLng(m.TotalPages); });
+        whole &= on([&] { total = CLng(m.TotalPages); });
         for (long i = 0; i < total; ++i)
             entry(static_cast<int>(i), " Page # " + std::to_string(i + 1));
     } else {
@@ -103,5 +166,6 @@ void WebCatalogue::writeFrames(Trap& on) {
     }
     for (const char* text : {"</font></font></p><br>", "</body>", "</html>"})
         line(con, text);
-    on([&] { con.close(); });
+    whole &= on([&] { con.close(); });
+    if (whole) noteFramesMade(std::move(inputs));
 }

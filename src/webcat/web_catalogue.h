@@ -2,8 +2,11 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "base/textio.h"
 #include "base/trap.h"
@@ -172,6 +175,17 @@ class WebCatalogue : public ProductsPart {
 
     // webcat/frames.cpp
     void writeFrames(Trap& on);
+    // Every value the frameset and the contents page are made of.
+    std::vector<std::string> framesInputs();
+    // The two files as last written whole, with what they were made of.
+    struct FramesMade {
+        std::vector<std::string> inputs;
+        std::uintmax_t frSize = 0, conSize = 0;
+        std::filesystem::file_time_type frTime, conTime;
+    };
+    std::optional<FramesMade> framesMade_;
+    bool framesStandAsMade(const std::vector<std::string>& inputs) const;
+    void noteFramesMade(std::vector<std::string> inputs);
 
     // Of one run.
     int listStart_ = 0;               // the first row of List3 not yet on a page

@@ -234,6 +234,26 @@ TEST_F(PageRun, GroupsWithoutNewPageGiveAContentsPageWithTheHeadingOnly) {
     EXPECT_FALSE(has("site1.htm", "First Page"));
 }
 
+TEST_F(PageRun, TheFramesAreWrittenAgainWhenTheirFileOrAStyleChanged) {
+    for (const char* s : {"A1", "A2"})
+        item(s, "1");
+    begin();
+    auto run = [this](int style) {
+        allPages([this, style] {
+            c("Text3", 3).SetText("1");
+            w->FrameStyle = Variant::Integer(style);
+        });
+        w->Command6_Click();
+    };
+    run(1);
+    const std::string contents = file("consite.htm");
+    std::ofstream(appDir() + "Pages/consite.htm", std::ios::binary) << "changed by hand";
+    run(1);
+    EXPECT_EQ(file("consite.htm"), contents);
+    run(0);
+    EXPECT_TRUE(has("FRsite.htm", "<frameset frameborder=0 cols=110,*>"));
+}
+
 TEST_F(PageRun, ACancelledFrameStyleBoxGivesStyleZero) {
     begin();
     ui.inputAnswer = "";

@@ -1,0 +1,237 @@
+// site-bench: times the publishing of a web site through the program's own procedures.
+//
+//   site-bench [OUTPUT_FOLDER] [ROWS]
+//
+// Builds OUTPUT_FOLDER/bench.mde (default: a folder under the system temp folder) with ROWS
+// products (default 100,000) and publishes them headless, as a scripted user: Web Pages, By
+// Current Records, Select All, Continue, the site named "catpage", a saved layout loaded
+// (a detail link in each cell), 30 items a page, contents on the left, Done, Continue. Then
+// a plain C++ writer writes the same files from the same rows, checked byte for byte against
+// the program's, and Hugo, when present, builds a site of as many pages from simple
+// templates of the same data. See docs/PERFORMANCE.md.
+
+#include <sys/resource.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "forms/headless_pane.h"
+#include "forms/runtime.h"
+#include "forms/settings.h"
+#include "forms/ui.h"
+#include "forms/user_input.h"
+#include "plain_site.h"
+#include "resident_memory.h"
+#include "shell/module.h"
+#include "shell/products.h"
+#include "shell/program.h"
+#include "site_data.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point t0) {
+    return std::chrono::duration<double>(Clock::now() - t0).count();
+}
+
+double peakMiB() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / 1024.0;
+}
+
+// The user of one site, as a script: each wait for the user takes the next action.
+class ScriptedUser : public Ui {
+  public:
+    std::string siteFile, layoutFile;
+    std::deque<std::function<void()>> actions;
+
+    int MsgBox(const std::string&, int, const std::string&) override { return vb::vbOK; }
+    std::string InputBox(const std::string&, const std::string&, const std::string&) override {
+        return "0";  // the only box of the road: the contents frame on the left
+    }
+    bool ShowOpen(CommonDialog& dialog) override {
+        dialog.FileName = layoutFile;
+        return true;
+    }
+    bool ShowSave(CommonDialog& dialog) override {
+        dialog.FileName = siteFile;
+        return true;
+    }
+    bool ShowFont(CommonDialog&) override { return false; }
+    bool ShowColor(CommonDialog&) override { return false; }
+    Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
+    Pane& PaneFor(Form& form, const std::string& controlName) override {
+        auto& pane = panes_[{&form, controlName}];
+        if (!pane) pane = std::make_unique<HeadlessPane>();
+        return *pane;
+    }
+    void RunDocument(const std::string&) override {}
+    void LetEventsRun() override {}
+    void WaitForUser() override {
+        // A wait the script did not foresee ends the program rather than spinning.
+        if (actions.empty()) Runtime::Current().End();
+        auto next = std::move(actions.front());
+        actions.pop_front();
+        next();
+    }
+
+  private:
+    std::map<std::pair<Form*, std::string>, std::unique_ptr<HeadlessPane>> panes_;
+};
+
+struct Output {
+    long files = 0;
+    std::uintmax_t bytes = 0;
+};
+
+Output measure(const std::string& folder) {
+    Output out;
+    for (const auto& entry : fs::directory_iterator(folder))
+        if (entry.is_regular_file() && entry.path().extension() == ".htm") {
+            out.files += 1;
+            out.bytes += entry.file_size();
+        }
+    return out;
+}
+
+std::string readFile(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// The files of `ours` that `theirs` lacks or holds with other bytes.
+long differences(const std::string& ours, const std::string& theirs) {
+    long differ = 0;
+    for (const auto& entry : fs::directory_iterator(ours)) {
+        if (!entry.is_regular_file() || entry.path().extension() != ".htm") continue;
+        const fs::path other = fs::path(theirs) / entry.path().filename();
+        if (!fs::exists(other) || readFile(entry.path()) != readFile(other)) {
+            if (differ < 3) std::printf("  differs: %s\n", entry.path().filename().c_str());
+            differ += 1;
+        }
+    }
+    return differ;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::string folder =
+        argc > 1 ? argv[1] : (fs::temp_directory_path() / "catalogue-site-bench").string();
+    const int rows = argc > 2 ? std::atoi(argv[2]) : 100000;
+    std::error_code ignored;
+    fs::remove_all(folder, ignored);
+    fs::create_directories(folder);
+    const std::string appDir = folder + "/";
+    const std::string catalogue = appDir + "bench.mde";
+    fs::create_directories(appDir + "Pages");
+    fs::copy_file(TEMPLATE_FILE, appDir + "Pages/STNDRDTPLT.dat");
+
+    auto t0 = Clock::now();
+    const std::vector<SiteItem> items = generateItems(rows, appDir);
+    fillCatalogue(catalogue, appDir, items);
+    std::printf("generate catalogue (%d rows): %.2f s\n", rows, secondsSince(t0));
+
+    ScriptedUser user;
+    user.siteFile = appDir + "Pages/catpage.htm";
+    user.layoutFile = SHOP_LAYOUT;
+    MemorySettings settings;
+    settings.Write(ProgramTitle, "Settings", "DBName", catalogue);
+    settings.Write(ProgramTitle, "Options", "Show Tips at Startup", "0");
+    Runtime rt(user, settings, appDir, ProgramTitle);
+    RegisterForms(rt);
+    double grouping = 0, collecting = 0, writing = 0, total = 0, cpu = 0;
+    const double residentBefore = residentMiB();
+    double residentAfter = 0;
+    try {
+        SubMain();
+        Products& form = *Mod().MainForm;
+        auto click = [&form](const std::string& name, int index = -1) {
+            UserInput::Click(form(name, index));
+        };
+        Clock::time_point mark;
+        user.actions = {[&] {
+                            grouping = secondsSince(mark);
+                            click("Command13");
+                        },
+                        [&] {
+                            mark = Clock::now();
+                            click("Command17");
+                        },
+                        [&] {
+                            collecting = secondsSince(mark);
+                            click("SaveLoad", 1);
+                        },
+                        [&] { click("Command30"); },
+                        [&] { UserInput::Type(form("Text3", 3), "30"); },
+                        [&] {
+                            mark = Clock::now();
+                            click("Command26");
+                            click("Command17");
+                        }};
+        click("Command5");
+        const auto start = Clock::now();
+        const std::clock_t cpu0 = std::clock();
+        mark = start;
+        click("Command8");
+        writing = secondsSince(mark);
+        total = secondsSince(start);
+        cpu = static_cast<double>(std::clock() - cpu0) / CLOCKS_PER_SEC;
+        residentAfter = residentMiB();
+        if (!user.actions.empty()) {
+            std::fprintf(stderr, "site-bench: the run ended before the road did\n");
+            return 1;
+        }
+    } catch (const ProgramEnded&) {
+        std::fprintf(stderr, "site-bench: the program ended before the site was written\n");
+        return 1;
+    }
+    const Output program = measure(appDir + "Pages");
+    std::printf(
+        "program: %.2f s (%.2f s CPU): grouping %.2f s, collecting and first page "
+        "%.2f s, all pages %.2f s\n",
+        total, cpu, grouping, collecting, writing);
+    std::printf("program: %ld files, %.1f MiB; resident %.0f -> %.0f MiB, peak %.0f MiB\n",
+                program.files, static_cast<double>(program.bytes) / (1024.0 * 1024.0),
+                residentBefore, residentAfter, peakMiB());
+
+    const std::string plainFolder = appDir + "plain/";
+    std::fflush(stdout);
+    t0 = Clock::now();
+    const std::clock_t plainCpu0 = std::clock();
+    writePlainSite(plainFolder, appDir + "Pages/STNDRDTPLT.dat", catalogue);
+    const double plain = secondsSince(t0);
+    const double plainCpu = static_cast<double>(std::clock() - plainCpu0) / CLOCKS_PER_SEC;
+    const Output written = measure(plainFolder);
+    const long differ = differences(appDir + "Pages", plainFolder);
+    std::printf(
+        "plain writer: %.2f s (%.2f s CPU), %ld files, %.1f MiB, %ld of the program's "
+        "files differ\n",
+        plain, plainCpu, written.files, static_cast<double>(written.bytes) / (1024.0 * 1024.0),
+        differ);
+    std::printf("program / plain writer: %.2f (CPU %.2f)\n", total / plain, cpu / plainCpu);
+
+    const double hugo = buildWithHugo(appDir + "hugo/", items);
+    if (hugo < 0)
+        std::printf("hugo: not available, or it failed\n");
+    else
+        std::printf("hugo: %.2f s, %ld pages; program / hugo: %.2f\n", hugo,
+                    countHugoPages(appDir + "hugo/public"), total / hugo);
+    return differ == 0 ? 0 : 1;
+}
