@@ -16,22 +16,18 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <map>
-#include <memory>
 #include <sstream>
 #include <string>
 
-#include "forms/headless_pane.h"
 #include "forms/runtime.h"
 #include "forms/settings.h"
-#include "forms/ui.h"
 #include "forms/user_input.h"
 #include "plain_site.h"
 #include "resident_memory.h"
+#include "scripted_user.h"
 #include "shell/module.h"
 #include "shell/products.h"
 #include "shell/program.h"
@@ -41,25 +37,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double secondsSince(Clock::time_point t0) {
-    return std::chrono::duration<double>(Clock::now() - t0).count();
-}
-
 double peakMiB() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return static_cast<double>(usage.ru_maxrss) / 1024.0;
 }
 
-// The user of one site, as a script: each wait for the user takes the next action.
-class ScriptedUser : public Ui {
+// The user of one site: the answers its dialogs want.
+class SiteUser : public ScriptedUser {
   public:
     std::string siteFile, layoutFile;
-    std::deque<std::function<void()>> actions;
 
-    int MsgBox(const std::string&, int, const std::string&) override { return vb::vbOK; }
     std::string InputBox(const std::string&, const std::string&, const std::string&) override {
         return "0";  // the only box of the road: the contents frame on the left
     }
@@ -71,26 +59,6 @@ class ScriptedUser : public Ui {
         dialog.FileName = siteFile;
         return true;
     }
-    bool ShowFont(CommonDialog&) override { return false; }
-    bool ShowColor(CommonDialog&) override { return false; }
-    Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
-    Pane& PaneFor(Form& form, const std::string& controlName) override {
-        auto& pane = panes_[{&form, controlName}];
-        if (!pane) pane = std::make_unique<HeadlessPane>();
-        return *pane;
-    }
-    void RunDocument(const std::string&) override {}
-    void LetEventsRun() override {}
-    void WaitForUser() override {
-        // A wait the script did not foresee ends the program rather than spinning.
-        if (actions.empty()) Runtime::Current().End();
-        auto next = std::move(actions.front());
-        actions.pop_front();
-        next();
-    }
-
-  private:
-    std::map<std::pair<Form*, std::string>, std::unique_ptr<HeadlessPane>> panes_;
 };
 
 struct Output {
@@ -148,7 +116,7 @@ int main(int argc, char** argv) {
     fillCatalogue(catalogue, appDir, items);
     std::printf("generate catalogue (%d rows): %.2f s\n", rows, secondsSince(t0));
 
-    ScriptedUser user;
+    SiteUser user;
     user.siteFile = appDir + "Pages/catpage.htm";
     user.layoutFile = SHOP_LAYOUT;
     MemorySettings settings;

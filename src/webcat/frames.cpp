@@ -60,14 +60,14 @@ std::vector<std::string> WebCatalogue::framesInputs() {
 }
 
 bool WebCatalogue::framesStandAsMade(const std::vector<std::string>& inputs) const {
-    if (!framesMade_ || framesMade_->inputs != inputs) return false;
+    if (!framesMade_ || framesMade_->inputs_ != inputs) return false;
     std::error_code e1, e2, e3, e4;
     const std::string fr = pagesFolder() + "FR" + PageBase + ".htm";
     const std::string con = pagesFolder() + "con" + PageBase + ".htm";
-    return fs::file_size(fr, e1) == framesMade_->frSize &&
-           fs::file_size(con, e2) == framesMade_->conSize &&
-           fs::last_write_time(fr, e3) == framesMade_->frTime &&
-           fs::last_write_time(con, e4) == framesMade_->conTime && !e1 && !e2 && !e3 && !e4;
+    return fs::file_size(fr, e1) == framesMade_->frSize_ &&
+           fs::file_size(con, e2) == framesMade_->conSize_ &&
+           fs::last_write_time(fr, e3) == framesMade_->frTime_ &&
+           fs::last_write_time(con, e4) == framesMade_->conTime_ && !e1 && !e2 && !e3 && !e4;
 }
 
 void WebCatalogue::noteFramesMade(std::vector<std::string> inputs) {

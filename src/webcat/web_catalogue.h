@@ -179,9 +179,9 @@ class WebCatalogue : public ProductsPart {
     std::vector<std::string> framesInputs();
     // The two files as last written whole, with what they were made of.
     struct FramesMade {
-        std::vector<std::string> inputs;
-        std::uintmax_t frSize = 0, conSize = 0;
-        std::filesystem::file_time_type frTime, conTime;
+        std::vector<std::string> inputs_;
+        std::uintmax_t frSize_ = 0, conSize_ = 0;
+        std::filesystem::file_time_type frTime_, conTime_;
     };
     std::optional<FramesMade> framesMade_;
     bool framesStandAsMade(const std::vector<std::string>& inputs) const;
