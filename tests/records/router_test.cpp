@@ -97,6 +97,12 @@ TEST_F(Router, DeleteAndCancelAnswerTheBulkDelete) {
 
 TEST_F(Router, FolderArrivesAsAboutBlankFolderAndIsMatchedInAnyCase) {
     startWithItems();
+    // Adding a folder asks for one, is refused, and waits on its totals page.
+    int runs = 0;
+    ui.onWait = [&] {
+        ++runs;
+        link("CONTINUE");
+    };
     link("Folder");
     EXPECT_EQ(location(), appDir() + "page.htm");
     link("fOLDER");
@@ -104,6 +110,7 @@ TEST_F(Router, FolderArrivesAsAboutBlankFolderAndIsMatchedInAnyCase) {
     // A word the router does not know is a real navigation.
     link("Folders");
     EXPECT_EQ(location(), appDir() + "page.htm");
+    EXPECT_EQ(runs, 3);
     link("Foldr");
     EXPECT_EQ(location(), "about:blankFoldr");
 }

@@ -1,0 +1,98 @@
+// Adding a folder of pictures in the real window: the build menu's link, the file seeker
+// showing this machine's folders and files while the open dialog asks for the folder, the
+// totals page, "Click Here To Continue", and the first new item shown with its picture.
+#include <QApplication>
+#include <QFileDialog>
+#include <QListWidget>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+#include <filesystem>
+#include <string>
+
+#include "desktop_fixture.h"
+#include "forms/runtime.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class FolderDesktopTest : public DesktopFixture {
+  protected:
+    FolderDesktopTest() : DesktopFixture("Catalogue Folder Desktop Test") {}
+
+    // A real click of the mouse on the element of the page that the selector names.
+    bool clickInPage(const QString& selector) {
+        const QRect box = pageBox("(() => { const e = document.querySelector(\"" + selector +
+                                  "\"); if (!e) return []; const b = e.getBoundingClientRect();"
+                                  " return [b.x, b.y, b.width, b.height]; })()");
+        if (box.isEmpty()) return false;
+        clickInPane(box.center());
+        return true;
+    }
+    QStringList rows(QWidget* w) {
+        QStringList all;
+        if (auto* list = qobject_cast<QListWidget*>(w))
+            for (int i = 0; i < list->count(); ++i)
+                all << list->item(i)->text().trimmed();
+        return all;
+    }
+};
+
+TEST_F(FolderDesktopTest, AFolderOfPicturesBecomesItemsAndTheFirstShowsItsPicture) {
+    const std::string shop = appDir() + "Shop pictures";
+    fs::create_directories(shop + "/garden");
+    fs::copy_file(appDir() + "Pictures/4410.jpg", shop + "/garden/Bench.jpg");
+    fs::copy_file(appDir() + "Pictures/4410.jpg", shop + "/Lamp.jpg");
+    start();
+    ASSERT_TRUE(started_);
+
+    // While the open dialog asks, the seeker shows the program folder's folders and files.
+    QStringList folders, files;
+    bool answered = false;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!dialog || answered) return;
+        Form* seek = Runtime::Current().Loaded("WinSeek");
+        if (!seek) return;
+        folders = rows(widget(*seek, "dirList"));
+        files = rows(widget(*seek, "filList"));
+        QPixmap shot = window(*seek).grab();
+        shot.save(QStringLiteral(FOLDER_SCREENSHOT));
+        answered = true;
+        dialog->selectNameFilter(dialog->nameFilters().value(1));
+        dialog->selectFile(QString::fromStdString(shop + "/Lamp.jpg"));
+        dialog->accept();
+    });
+    answer.start(100);
+    QTest::mouseClick(widget(form(), "cmdAddAll"), Qt::LeftButton);
+    ASSERT_TRUE(paneShows("Make Selection below"));
+    ASSERT_TRUE(clickInPage("a[href='Folder']"));
+    ASSERT_TRUE(paneShows("New Files Added : 2"));
+    answer.stop();
+    EXPECT_TRUE(answered);
+    EXPECT_TRUE(folders.contains("Shop pictures")) << folders.join("|").toStdString();
+    EXPECT_TRUE(folders.contains("Pictures")) << folders.join("|").toStdString();
+    EXPECT_TRUE(files.contains("tandrel2004.mde")) << files.join("|").toStdString();
+
+    ASSERT_TRUE(clickInPage("a[href='CONTINUE']"));
+    ASSERT_TRUE(waitFor([&] { return !form().ContinueFlag && status().startsWith("Record:"); }));
+    // The first new item, found with the quick search box.
+    QTest::mouseClick(widget(form(), "Command21"), Qt::LeftButton);
+    QWidget* box = widget(form(), "txtSrch");
+    QTest::mouseClick(box, Qt::LeftButton);
+    QTest::keyClicks(box, "BENCH.JPG");
+    QTest::mouseClick(widget(form(), "cmdSearch"), Qt::LeftButton);
+    ASSERT_TRUE(waitFor([&] { return stockNo() == "BENCH.JPG"; })) << stockNo();
+    ASSERT_TRUE(paneShows("Bench.jpg"));
+    // The picture itself is shown: the image of the page has loaded with its size.
+    EXPECT_TRUE(waitFor([&] {
+        return script(
+                   "Array.from(document.images).some(i => i.src.includes('Bench.jpg') && "
+                   "i.complete && i.naturalWidth > 0)")
+            .toBool();
+    }));
+}
+
+}  // namespace
