@@ -4,8 +4,10 @@
 #include <fstream>
 #include <string>
 
+#include "base/convert.h"
 #include "program_fixture.h"
 #include "records/pane.h"
+#include "shell/module.h"
 
 // The program with a tree of files of its own beside the program folder, for the tools that
 // read folders.
@@ -29,10 +31,13 @@ struct FolderTest : ProgramTest {
         bool cancel = false;
         p.Wb1().BeforeNavigate2("about:blank" + word, cancel);
     }
-    // Every wait of a tool is the one for "Click Here To Continue": the user follows it.
+    // Every wait of a tool is the one for "Click Here To Continue": the user follows it,
+    // having seen the page.
     void continueAtOnce(Products& p) {
         ui.onWait = [&p, this] {
             ++waits;
+            pageAtWait = ui.pane().DocumentText();
+            statusAtWait = p("lblStatus").Caption();
             p.ContinueFlag = true;
         };
     }
@@ -44,4 +49,5 @@ struct FolderTest : ProgramTest {
         return all;
     }
     int waits = 0;
+    std::string pageAtWait, statusAtWait;
 };

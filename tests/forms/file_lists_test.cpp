@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/convert.h"
 #include "base/vb_error.h"
 #include "forms/file_lists.h"
 #include "forms/form.h"
