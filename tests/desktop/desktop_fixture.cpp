@@ -169,3 +169,12 @@ int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
+
+bool DesktopFixture::clickInPage(const QString& selector) {
+    const QRect box = pageBox("(() => { const e = document.querySelector(\"" + selector +
+                              "\"); if (!e) return []; const b = e.getBoundingClientRect();"
+                              " return [b.x, b.y, b.width, b.height]; })()");
+    if (box.isEmpty()) return false;
+    clickInPane(box.center());
+    return true;
+}

@@ -21,15 +21,6 @@ class FolderDesktopTest : public DesktopFixture {
   protected:
     FolderDesktopTest() : DesktopFixture("Catalogue Folder Desktop Test") {}
 
-    // A real click of the mouse on the element of the page that the selector names.
-    bool clickInPage(const QString& selector) {
-        const QRect box = pageBox("(() => { const e = document.querySelector(\"" + selector +
-                                  "\"); if (!e) return []; const b = e.getBoundingClientRect();"
-                                  " return [b.x, b.y, b.width, b.height]; })()");
-        if (box.isEmpty()) return false;
-        clickInPane(box.center());
-        return true;
-    }
     QStringList rows(QWidget* w) {
         QStringList all;
         if (auto* list = qobject_cast<QListWidget*>(w))
