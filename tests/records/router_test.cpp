@@ -153,7 +153,14 @@ TEST_F(Router, DbFilesSetsTheDatabaseImportKind) {
 
 TEST_F(Router, ChangePicPathIsCaught) {
     Products& p = startWithItems();
+    // The change asks where from, is refused a folder, and waits on "Click Here To Continue".
+    int waits = 0;
+    ui.onWait = [&] {
+        ++waits;
+        link("CONTINUE");
+    };
     link("ChangePicPath");
+    EXPECT_EQ(waits, 1);
     EXPECT_EQ(location(), appDir() + "page.htm");
     EXPECT_FALSE(p.ContinueFlag);
 }
