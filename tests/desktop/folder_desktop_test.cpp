@@ -49,12 +49,12 @@ TEST_F(FolderDesktopTest, AFolderOfPicturesBecomesItemsAndTheFirstShowsItsPictur
         if (!seek) return;
         folders = rows(widget(*seek, "dirList"));
         files = rows(widget(*seek, "filList"));
-        QPixmap shot = window(*seek).grab();
+        QPixmap shot = window(*seek).window()->grab();
         shot.save(QStringLiteral(FOLDER_SCREENSHOT));
         answered = true;
         dialog->selectNameFilter(dialog->nameFilters().value(1));
         dialog->selectFile(QString::fromStdString(shop + "/Lamp.jpg"));
-        dialog->accept();
+        QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
     });
     answer.start(100);
     QTest::mouseClick(widget(form(), "cmdAddAll"), Qt::LeftButton);
