@@ -33,6 +33,9 @@ class Bulk : public ProductsPart {
     // Changing the pictures' path, started by the link `ChangePicPath`
     // (build/picture_paths.cpp).
     void ChP();
+    // Copies the pictures of the items in `List3` into the site's image folder; the page
+    // stage runs it (build/picture_paths.cpp).
+    void MoveCopy();
 
     // The placement board's events (build/placement_board.cpp).
     void Label1_DragDrop(int Index, Control* Source);

@@ -2,13 +2,11 @@
 // through `Data2` as FieldPlacement says, with a dated change log in Notes, and a totals
 // page ends it.
 #include <filesystem>
-#include <limits>
 
-#include "base/clock.h"
 #include "base/convert.h"
-#include "base/dates.h"
 #include "base/strings.h"
 #include "build/bulk.h"
+#include "build/run_steps.h"
 #include "build/text_split.h"
 #include "forms/runtime.h"
 #include "records/data_control.h"
@@ -26,13 +24,6 @@ constexpr int RetailColumn = 12;
 constexpr int NotesColumn = 29;
 constexpr int DiscoColumn = 21;
 
-// A counter goes up by one; past its largest value it overflows (6) and stays.
-template <class Counter>
-void addOne(Counter& counter) {
-    if (counter == std::numeric_limits<Counter>::max()) throw VbError(vberr::Overflow);
-    ++counter;
-}
-
 bool yesNoColumn(int i) {
     return i == 19 || i == 21 || i == 22 || i == 30;
 }
@@ -41,10 +32,6 @@ bool yesNoColumn(int i) {
 bool saysYes(const std::string& text) {
     const std::string first = Left(Trim(UCase(text)), 1);
     return first == "Y" || first == "T";
-}
-
-std::string today() {
-    return formatDate(theClock().Date(), "MM/DD/YY");
 }
 
 }  // namespace
@@ -60,7 +47,7 @@ void Bulk::importRun(Trap& on) {
         ImportNote = Runtime::Current().ui().InputBox(
             std::string("Would You Like To Put A Note For This?") + vb::vbCrLf +
                 "Enter It In The Text Box Below, Or Use The One Already In There",
-            "Want A Note?", today() + " - ");
+            "Want A Note?", noteDate() + " - ");
     });
     // A file that did not open is at its end at once.
     auto atEnd = [&] { return !source_.isOpen() || source_.eof(); };
@@ -233,7 +220,7 @@ void Bulk::writeChangeLog(Trap& on) {
         append(ImportNote + " - Added This Item" + vb::vbCrLf);
         return;
     }
-    append(ImportNote + today() + " - Edited This Item" + vb::vbCrLf);
+    append(ImportNote + noteDate() + " - Edited This Item" + vb::vbCrLf);
     for (int i = 0; i <= 30; ++i) {
         if (!when(on, [&] { return textOf(ChangeLog[i][1]) != ""; })) continue;
         on([&] { ChangeSeen = "ok"; });

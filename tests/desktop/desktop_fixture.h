@@ -65,6 +65,10 @@ class DesktopFixture : public ::testing::Test {
     QRect pageBox(const QString& code);
     // A real click of the mouse at a point of the pane's page.
     void clickInPane(QPoint at);
+    // A real click of the mouse on the element of the page that the selector names.
+    bool clickInPage(const QString& selector);
+    // Whether the page, loaded, holds a link to the address as written.
+    bool showsLink(const QString& href);
 
     QTemporaryDir folder_, settings_;
     std::unique_ptr<desktop::DesktopProgram> program_;

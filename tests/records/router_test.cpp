@@ -97,6 +97,12 @@ TEST_F(Router, DeleteAndCancelAnswerTheBulkDelete) {
 
 TEST_F(Router, FolderArrivesAsAboutBlankFolderAndIsMatchedInAnyCase) {
     startWithItems();
+    // Adding a folder asks for one, is refused, and waits on its totals page.
+    int runs = 0;
+    ui.onWait = [&] {
+        ++runs;
+        link("CONTINUE");
+    };
     link("Folder");
     EXPECT_EQ(location(), appDir() + "page.htm");
     link("fOLDER");
@@ -104,6 +110,7 @@ TEST_F(Router, FolderArrivesAsAboutBlankFolderAndIsMatchedInAnyCase) {
     // A word the router does not know is a real navigation.
     link("Folders");
     EXPECT_EQ(location(), appDir() + "page.htm");
+    EXPECT_EQ(runs, 3);
     link("Foldr");
     EXPECT_EQ(location(), "about:blankFoldr");
 }
@@ -146,7 +153,14 @@ TEST_F(Router, DbFilesSetsTheDatabaseImportKind) {
 
 TEST_F(Router, ChangePicPathIsCaught) {
     Products& p = startWithItems();
+    // The change asks where from, is refused a folder, and waits on "Click Here To Continue".
+    int waits = 0;
+    ui.onWait = [&] {
+        ++waits;
+        link("CONTINUE");
+    };
     link("ChangePicPath");
+    EXPECT_EQ(waits, 1);
     EXPECT_EQ(location(), appDir() + "page.htm");
     EXPECT_FALSE(p.ContinueFlag);
 }
