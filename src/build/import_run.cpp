@@ -3,6 +3,7 @@
 // page ends it.
 #include <filesystem>
 #include <limits>
+#include <optional>
 
 #include "base/clock.h"
 #include "base/convert.h"
@@ -75,6 +76,10 @@ void Bulk::importRun(Trap& on) {
     for (int n = 1; n <= SkipLines; ++n)
         on([&] { line_ = source_.lineInput(); });
     on([&] { P.ContinueFlag = false; });
+    // The records are committed a group at a time; every way out of the run commits the
+    // last group, so the ending and any later reader find every record the run wrote.
+    std::optional<WriteGroup> group;
+    on([&] { group.emplace(*P.Data2); });
     while (!atEnd()) {
         readRecord(on);
         importRecord(on);
@@ -88,6 +93,9 @@ void Bulk::importRun(Trap& on) {
             break;
         }
     }
+    on([&] {
+        if (group) group->End();
+    });
 }
 
 void Bulk::readRecord(Trap& on) {

@@ -56,4 +56,36 @@ class DataControl {
     // The database's tables.
     virtual int TableCount() = 0;
     virtual std::string TableName(int index) = 0;
+
+    // A long run of writes through the record set (an import) is committed a group at a
+    // time instead of row by row; the end commits the last group. Groups nest.
+    virtual void BeginWriteGroup() = 0;
+    virtual void EndWriteGroup() = 0;
+};
+
+// The writes of one run, grouped while it lives: however the run is left, its writes are
+// in the file afterwards. End() commits with the fault it may give; the destructor, on a
+// way out that unwinds, commits in silence.
+class WriteGroup {
+  public:
+    explicit WriteGroup(DataControl& control) : control_(&control) { control.BeginWriteGroup(); }
+    ~WriteGroup() {
+        try {
+            End();
+        } catch (...) {
+            // Unwinding already; the file keeps what it could commit.
+        }
+    }
+    WriteGroup(const WriteGroup&) = delete;
+    WriteGroup& operator=(const WriteGroup&) = delete;
+
+    void End() {
+        if (!control_) return;
+        DataControl* control = control_;
+        control_ = nullptr;
+        control->EndWriteGroup();
+    }
+
+  private:
+    DataControl* control_;
 };

@@ -152,3 +152,16 @@ std::string SqliteDataControl::TableName(int index) {
         throw VbError(vberr::SubscriptOutOfRange);
     return names[index];
 }
+
+void SqliteDataControl::BeginWriteGroup() {
+    auto opened = file();
+    opened->beginGroup();
+    groups_.push_back(std::move(opened));
+}
+
+void SqliteDataControl::EndWriteGroup() {
+    if (groups_.empty()) return;
+    auto last = std::move(groups_.back());
+    groups_.pop_back();
+    last->endGroup();
+}
