@@ -68,6 +68,10 @@ struct RecordingUi : Ui {
     std::map<std::string, std::unique_ptr<HeadlessPane>> panes;
     void RunDocument(const std::string&) override {}
     void MousePointerChanged(int p) override { pointer = p; }
-    void LetEventsRun() override {}
+    // When set, letting events run runs this (a user's action between two records of a run).
+    std::function<void()> onEventsRun;
+    void LetEventsRun() override {
+        if (onEventsRun) onEventsRun();
+    }
     void WaitForUser() override {}
 };

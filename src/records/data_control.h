@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/trap.h"
 #include "base/variant.h"
 
 // The record set of an old-style data control: explicit Edit/AddNew before Update, no
@@ -33,6 +34,8 @@ class DaoRecordset {
     virtual std::string FieldName(int index) const = 0;
     virtual Variant GetValue(int index) const = 0;
     virtual void SetValue(int index, const Variant& value) = 0;
+    // As SetValue, with the fault given back, for a run that writes many records.
+    virtual Fault TrySetValue(int index, const Variant& value) = 0;
     Variant GetValue(std::string_view name) const { return GetValue(FieldIndex(name)); }
     void SetValue(std::string_view name, const Variant& v) { SetValue(FieldIndex(name), v); }
 };

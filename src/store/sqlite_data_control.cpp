@@ -124,6 +124,15 @@ void SqliteDaoRecordset::SetValue(int index, const Variant& value) {
     rows().setValue(index, value);
 }
 
+Fault SqliteDaoRecordset::TrySetValue(int index, const Variant& value) {
+    try {
+        if (rows().editMode() == Cursor::Edit::None) return {UpdateWithoutEdit};
+        return rows().trySetValue(index, value);
+    } catch (const VbError& e) {
+        return {e.Number()};
+    }
+}
+
 std::shared_ptr<SqliteFile> SqliteDataControl::file() {
     if (!file_ || file_->path() != databaseName_) file_ = SqliteFile::open(databaseName_);
     return file_;

@@ -35,6 +35,7 @@ class SqliteDaoRecordset : public DaoRecordset {
     std::string FieldName(int index) const override;
     Variant GetValue(int index) const override { return rows().value(index); }
     void SetValue(int index, const Variant& value) override;
+    Fault TrySetValue(int index, const Variant& value) override;
 
   private:
     Cursor& rows() const;
