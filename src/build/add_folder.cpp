@@ -172,7 +172,7 @@ void FolderRun::addFile(std::int16_t number, const std::string& listed) {
 void FolderRun::derive(const std::string& listed) {
     const std::string folder = Left(listed, InStrRev(listed, "/") - 1);
     const std::string name = Mid(listed, InStrRev(listed, "/") + 1);
-    on([&] { addOne(checked_); });
+    on([&] { return addOne(checked_); });
     on([&] { P("File1").SetProperty("Path", Variant(folder)); });
     itemName_.clear();
     on([&] { itemName_ = withoutApostrophes(Left(name, Len(name) - 4)); });
@@ -202,7 +202,7 @@ void FolderRun::newFile() {
     on([&] { rs().AddNew(); });
     on([&] { rs().SetValue(0, Variant::Integer(nextNumber_)); });
     on([&] { note_ = noteDate() + " Added From Folder: " + folderName_ + vb::vbCrLf; });
-    on([&] { addOne(added_); });
+    on([&] { return addOne(added_); });
     on([&] { rs().SetValue(StockNoColumn, Variant(stockNo_)); });
     on([&] { rs().SetValue(NameColumn, Variant(itemName_)); });
     on([&] { rs().SetValue(DescColumn, Variant(folderText_ + stockNo_)); });
@@ -229,7 +229,7 @@ void FolderRun::knownFile() {
         }
     }
     if (movedAway) {
-        on([&] { addOne(moved_); });
+        on([&] { return addOne(moved_); });
         on([&] {
             note_ = noteDate() + " Moved From " + textOf(rs().GetValue(PageColumn)) + " To " +
                     folderName_ + vb::vbCrLf;
@@ -248,7 +248,7 @@ void FolderRun::knownFile() {
     on([&] { rs().SetValue(DescColumn, Variant(folderText_ + stockNo_)); });
     on([&] { rs().SetValue(PictureColumn, Variant(path_)); });
     on([&] { rs().SetValue(PageColumn, Variant(folderName_)); });
-    on([&] { addOne(edited_); });
+    on([&] { return addOne(edited_); });
 }
 
 void FolderRun::ending() {

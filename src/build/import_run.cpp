@@ -2,6 +2,7 @@
 // through `Data2` as FieldPlacement says, with a dated change log in Notes, and a totals
 // page ends it.
 #include <filesystem>
+#include <optional>
 
 #include "base/convert.h"
 #include "base/strings.h"
@@ -55,13 +56,17 @@ void Bulk::importRun(Trap& on) {
     on([&] { TotalLines = 0; });
     while (!atEnd()) {
         on([&] { source_.lineInput(); });
-        on([&] { addOne(TotalLines); });
+        on([&] { return addOne(TotalLines); });
     }
     on([&] { source_.close(); });
     on([&] { source_.open(fileName_); });
     for (int n = 1; n <= SkipLines; ++n)
         on([&] { line_ = source_.lineInput(); });
     on([&] { P.ContinueFlag = false; });
+    // The records are committed a group at a time; every way out of the run commits the
+    // last group, so the ending and any later reader find every record the run wrote.
+    std::optional<WriteGroup> group;
+    on([&] { group.emplace(*P.Data2); });
     while (!atEnd()) {
         readRecord(on);
         importRecord(on);
@@ -75,6 +80,9 @@ void Bulk::importRun(Trap& on) {
             break;
         }
     }
+    on([&] {
+        if (group) group->End();
+    });
 }
 
 void Bulk::readRecord(Trap& on) {
@@ -98,7 +106,7 @@ void Bulk::importRecord(Trap& on) {
         on([&] { rs->MoveLast(); });
         on([&] { NextId = CLng(rs->GetValue(0)); });
     }
-    on([&] { addOne(TotalChecked); });
+    on([&] { return addOne(TotalChecked); });
     if (KeyItem != NoLookupItem && when(on, [&] {
             const std::string& key = slotAt(SourceItems, KeyItem);
             return key == "99999999" || key.empty() || key == "0";
@@ -120,12 +128,12 @@ void Bulk::importRecord(Trap& on) {
             on([&] { findStockNo(on, slotAt(SourceItems, KeyItem)); });
         if (!when(on, [&] { return rs->NoMatch(); })) {
             on([&] { rs->Edit(); });
-            on([&] { rs->SetValue(DiscoColumn, Variant(true)); });
+            on([&] { return rs->TrySetValue(DiscoColumn, Variant(true)); });
             on([&] { rs->Update(); });
         }
         return;
     }
-    on([&] { addOne(NextId); });
+    on([&] { return addOne(NextId); });
     if (when(on, [&] { return KeyItem == NoLookupItem; })) {
         findStockNo(on, Mid(FieldPlacement[2], 4) + std::to_string(NextId));
     } else if (when(on, [&] { return KeyItem == -1; })) {
@@ -138,20 +146,20 @@ void Bulk::importRecord(Trap& on) {
         on([&] { IsNew = true; });
         if (when(on, [&] { return EditOnly; })) return;
         on([&] { rs->AddNew(); });
-        on([&] { rs->SetValue(0, Variant::Long(NextId)); });
+        on([&] { return rs->TrySetValue(0, Variant::Long(NextId)); });
     } else {
         on([&] { rs->Edit(); });
         on([&] { IsNew = false; });
     }
     writeColumns(on);
     if (when(on, [&] { return rs->GetValue(PriceColumn).IsNull(); }))
-        on([&] { rs->SetValue(PriceColumn, rs->GetValue(RetailColumn)); });
+        on([&] { return rs->TrySetValue(PriceColumn, rs->GetValue(RetailColumn)); });
     writeChangeLog(on);
     if (when(on, [&] { return FieldPlacement[NotesColumn] == "AI-Delete"; }))
-        on([&] { rs->SetValue(NotesColumn, Variant("")); });
+        on([&] { return rs->TrySetValue(NotesColumn, Variant("")); });
     on([&] { rs->Update(); });
-    if (when(on, [&] { return ChangeSeen == "ok"; })) on([&] { addOne(TotalEdited); });
-    if (when(on, [&] { return IsNew; })) on([&] { addOne(TotalAdded); });
+    if (when(on, [&] { return ChangeSeen == "ok"; })) on([&] { return addOne(TotalEdited); });
+    if (when(on, [&] { return IsNew; })) on([&] { return addOne(TotalAdded); });
     on([&] { ChangeSeen = ""; });
     for (auto& row : ChangeLog)
         row = {Variant(""), Variant("")};
@@ -193,28 +201,36 @@ void Bulk::writeColumns(Trap& on) {
             }
         }
         if (i >= 7 && i <= 13)
-            on([&] { rs.SetValue(i, Variant::Double(Val(ai ? typed : slotAt(SourceItems, n)))); });
+            on([&] {
+                return rs.TrySetValue(i, Variant::Double(Val(ai ? typed : slotAt(SourceItems, n))));
+            });
         if (yesNoColumn(i)) {
             if (ai)
-                on([&] { rs.SetValue(i, Variant(saysYes(Mid(Trim(UCase(placement)), 4, 1)))); });
+                on([&] {
+                    return rs.TrySetValue(i, Variant(saysYes(Mid(Trim(UCase(placement)), 4, 1))));
+                });
             else
                 on([&] {
                     const std::string said = Trim(UCase(slotAt(SourceItems, n)));
-                    rs.SetValue(i, Variant(said == "Y" || said == "T"));
+                    return rs.TrySetValue(i, Variant(said == "Y" || said == "T"));
                 });
         }
         if (ai)
-            on([&] { rs.SetValue(i, Variant(i == 2 ? typed + std::to_string(NextId) : typed)); });
+            on([&] {
+                return rs.TrySetValue(i, Variant(i == 2 ? typed + std::to_string(NextId) : typed));
+            });
         else
-            on([&] { rs.SetValue(i, Variant(slotAt(SourceItems, n))); });
-        if (placement == "AI-Delete") on([&] { rs.SetValue(i, Variant("")); });
+            on([&] { return rs.TrySetValue(i, Variant(slotAt(SourceItems, n))); });
+        if (placement == "AI-Delete") on([&] { return rs.TrySetValue(i, Variant("")); });
     }
 }
 
 void Bulk::writeChangeLog(Trap& on) {
     DaoRecordset& rs = P.Data2->Recordset();
     auto append = [&](const std::string& text) {
-        on([&] { rs.SetValue(NotesColumn, Variant(textOf(rs.GetValue(NotesColumn)) + text)); });
+        on([&] {
+            return rs.TrySetValue(NotesColumn, Variant(textOf(rs.GetValue(NotesColumn)) + text));
+        });
     };
     if (when(on, [&] { return IsNew; })) {
         append(ImportNote + " - Added This Item" + vb::vbCrLf);

@@ -109,7 +109,7 @@ void Bulk::ChP() {
                     rs.SetValue(NotesColumn,
                                 Variant(textOf(rs.GetValue(NotesColumn)) + note + vb::vbCrLf));
                 });
-            on([&] { addOne(changed); });
+            on([&] { return addOne(changed); });
             on([&] { rs.Update(); });
             on([&] {
                 (*this)("lblStatus")

@@ -10,11 +10,13 @@ class Products;
 
 // Steps that the bulk tools share.
 
-// A counter goes up by one; past its largest value it overflows (6) and stays.
+// A counter goes up by one; past its largest value it overflows (6) and stays. A long run
+// meets that fault on every record, so it is given back rather than thrown.
 template <class Counter>
-void addOne(Counter& counter) {
-    if (counter == std::numeric_limits<Counter>::max()) throw VbError(vberr::Overflow);
+Fault addOne(Counter& counter) {
+    if (counter == std::numeric_limits<Counter>::max()) return {vberr::Overflow};
     ++counter;
+    return {};
 }
 
 // Today as the notes write it, "MM/DD/YY".

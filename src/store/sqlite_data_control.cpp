@@ -124,6 +124,15 @@ void SqliteDaoRecordset::SetValue(int index, const Variant& value) {
     rows().setValue(index, value);
 }
 
+Fault SqliteDaoRecordset::TrySetValue(int index, const Variant& value) {
+    try {
+        if (rows().editMode() == Cursor::Edit::None) return {UpdateWithoutEdit};
+        return rows().trySetValue(index, value);
+    } catch (const VbError& e) {
+        return {e.Number()};
+    }
+}
+
 std::shared_ptr<SqliteFile> SqliteDataControl::file() {
     if (!file_ || file_->path() != databaseName_) file_ = SqliteFile::open(databaseName_);
     return file_;
@@ -151,4 +160,17 @@ std::string SqliteDataControl::TableName(int index) {
     if (index < 0 || index >= static_cast<int>(names.size()))
         throw VbError(vberr::SubscriptOutOfRange);
     return names[index];
+}
+
+void SqliteDataControl::BeginWriteGroup() {
+    auto opened = file();
+    opened->beginGroup();
+    groups_.push_back(std::move(opened));
+}
+
+void SqliteDataControl::EndWriteGroup() {
+    if (groups_.empty()) return;
+    auto last = std::move(groups_.back());
+    groups_.pop_back();
+    last->endGroup();
 }
