@@ -51,11 +51,13 @@ class DesktopFixture : public ::testing::Test {
     // The main form's status line.
     QString status();
 
+  public:
     // Runs the event loop until done() holds, at most timeout milliseconds; false when it did
     // not. The loop waits on the events themselves (a page's load, a window's paint), never
     // sleeping between looks, so the pane's renderer is answered at once.
     static bool waitFor(const std::function<bool()>& done, int timeout = Patience);
 
+  protected:
     // The page the pane shows now, once it has finished loading.
     QString shownHtml();
     QVariant script(const QString& code);

@@ -1,6 +1,8 @@
 #include "user_steps.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QTest>
@@ -79,6 +81,15 @@ void UserSteps::tick() {
     if (acting_) return;
     if (!steps_.empty() && waiting_.elapsed() > giveUpMs_) {
         std::fprintf(stderr, "The user was still waiting for %s\n", steps_.front().what.c_str());
+        // What the screen showed then, for whoever reads the failure.
+        int n = 0;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->isVisible()) {
+                const QString shot = QDir::temp().filePath(QString("user-steps-%1.png").arg(++n));
+                if (w->grab().save(shot))
+                    std::fprintf(stderr, "  %s: %s\n", qPrintable(w->windowTitle()),
+                                 qPrintable(shot));
+            }
         std::_Exit(1);
     }
     if (!steps_.empty() && steps_.front().ready()) {
