@@ -1,7 +1,8 @@
 // A supplier's price list imported in the real window with the mouse and the keys: Bulk Add,
 // the build menu's text file link, the question boxes, the open dialog, the line the data
 // starts at, three items dragged onto the board (photographed with one still to place),
-// Done, the note and the totals page; then the new products are there to browse.
+// Done, the note and the totals page; then the new products are there to browse. And the
+// same road from an Access file, its table clicked in the list of its tables.
 #include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
@@ -21,8 +22,10 @@
 #include <functional>
 #include <string>
 
+#include "access_sample.h"
 #include "build/bulk.h"
 #include "desktop_fixture.h"
+#include "store/sqlite_file.h"
 
 namespace {
 
@@ -101,6 +104,29 @@ class ImportDesktopTest : public DesktopFixture {
             QTest::mouseMove(from, start + (end - start) * step / 4);
         QTest::mouseRelease(from, Qt::LeftButton, {}, end);
     }
+    // Dragging source item `source` onto box `target`, as a step's action.
+    std::function<void()> dragged(int source, int target) {
+        return [this, source, target] {
+            dragWithMouse(widget("Label2", source), widget("Label1", target));
+        };
+    }
+    // The open dialog: the user types the file's path into its name box and presses Enter.
+    // The dialog fills its name box as it opens; the user types once it has. `filters`
+    // takes the dialog's filters.
+    static Step openDialog(const std::string& path, QStringList* filters = nullptr) {
+        return {"the open dialog", [] { return waiting<QFileDialog>() != nullptr; },
+                [path, filters] {
+                    if (filters) *filters = waiting<QFileDialog>()->nameFilters();
+                    auto* name = waiting<QFileDialog>()->findChild<QLineEdit*>("fileNameEdit");
+                    if (name->text() == QString::fromStdString(path)) {
+                        QTest::keyClick(name, Qt::Key_Return);
+                        return;
+                    }
+                    name->selectAll();
+                    QTest::keyClicks(name, QString::fromStdString(path));
+                },
+                [] { return waiting<QFileDialog>() == nullptr; }};
+    }
     bool boardShows() {
         QWidget* board = widget("Frame11");
         return board && board->isVisible() && !QApplication::activeModalWidget();
@@ -160,27 +186,11 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
     QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
     ASSERT_TRUE(paneShows("Make Selection below"));
 
-    const auto dragged = [this](int source, int target) {
-        return [this, source, target] {
-            dragWithMouse(widget("Label2", source), widget("Label1", target));
-        };
-    };
     QString boardPicture;
     std::deque<Step> steps{
         {"the add or edit question", [] { return asks("To EDIT The Existing Items ONLY"); },
          [] { press(waiting<QMessageBox>(), QMessageBox::No); }},
-        // The dialog fills its name box as it opens; the user types once it has.
-        {"the open dialog", [] { return waiting<QFileDialog>() != nullptr; },
-         [&] {
-             auto* name = waiting<QFileDialog>()->findChild<QLineEdit*>("fileNameEdit");
-             if (name->text() == QString::fromStdString(list)) {
-                 QTest::keyClick(name, Qt::Key_Return);
-                 return;
-             }
-             name->selectAll();
-             QTest::keyClicks(name, QString::fromStdString(list));
-         },
-         [] { return waiting<QFileDialog>() == nullptr; }},
+        openDialog(list),
         {"the head of the file", [&] { return showsLink("GF-1"); },
          [&] { EXPECT_TRUE(clickLink("GF-1")); }},
         {"the separator offered", [] { return asks("This File appears To Use"); },
@@ -219,6 +229,48 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
     QTest::mouseClick(widget("cmdSearch"), Qt::LeftButton);
     ASSERT_TRUE(waitFor([&] { return stockNo() == "SP-101"; }));
     EXPECT_TRUE(paneShows("Watering Can"));
+}
+
+TEST_F(ImportDesktopTest, FieldsOfAnAccessTableDraggedOntoTheBoardBringInItsRows) {
+    const std::string source = appDir() + "users.mdb";
+    std::filesystem::copy_file(accessSample(), source);
+    start();
+    ASSERT_TRUE(started_);
+    const int before = count();
+    ASSERT_GT(before, 0) << status().toStdString();
+    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+
+    QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
+    ASSERT_TRUE(paneShows("Make Selection below"));
+
+    QStringList filters;
+    std::deque<Step> steps{
+        {"the add or edit question", [] { return asks("To EDIT The Existing Items ONLY"); },
+         [] { press(waiting<QMessageBox>(), QMessageBox::No); }},
+        openDialog(source, &filters),
+        {"the list of tables", [&] { return showsLink("GF-9"); },
+         [&] { EXPECT_TRUE(clickLink("GF-9")); }},
+        {"stock number", [&] { return boardShows(); }, dragged(0, 2)},
+        {"name", [&] { return boardShows(); }, dragged(1, 3)},
+        {"the birthday as the description", [&] { return boardShows(); }, dragged(3, 4)},
+        {"married as on special", [&] { return boardShows(); }, dragged(4, 19)},
+        {"Done", [&] { return boardShows(); },
+         [&] { QTest::mouseClick(widget("Command24"), Qt::LeftButton); }},
+        {"the totals page", [&] { return showsLink("CONTINUE"); },
+         [&] { EXPECT_TRUE(clickLink("CONTINUE")); }},
+    };
+    const std::deque<Step> left =
+        play(std::move(steps), [&] { ASSERT_TRUE(clickLink("DBFiles")); });
+    ASSERT_TRUE(left.empty()) << "the user was still waiting for " << left.front().what;
+
+    EXPECT_EQ(filters, QStringList{"Access DataBases (*.mdb *.mde)"});
+    EXPECT_EQ(form().bulk->TotalAdded, 3);
+    ASSERT_TRUE(waitFor([&] { return count() == before + 3; })) << status().toStdString();
+    auto catalogue = SqliteFile::open(appDir() + "tandrel2004.mde");
+    EXPECT_EQ(catalogue->firstColumnJoined("SELECT ProdName || ' ' || ProdDesc || ' ' || "
+                                           "OnSpecial FROM Products WHERE StockNo IN "
+                                           "('1', '2', '3') ORDER BY PID"),
+              "Nuintun 1/25/1989 -1|Angela 12/18/1988 0|\u5f20\u4e09 12/18/1986 -1");
 }
 
 }  // namespace
