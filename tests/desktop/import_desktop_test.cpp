@@ -164,6 +164,18 @@ class ImportDesktopTest : public DesktopFixture {
         return steps;
     }
 
+    // The program started on its sample shop, the item in the pane, and Bulk Add clicked:
+    // the build menu in the pane. `before` takes the number of products.
+    void startOnTheBuildMenu(int& before) {
+        start();
+        ASSERT_TRUE(started_);
+        before = count();
+        ASSERT_GT(before, 0) << status().toStdString();
+        ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+        QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
+        ASSERT_TRUE(paneShows("Make Selection below"));
+    }
+
     int count() {
         const auto m = QRegularExpression("of +(\\d+)").match(status());
         return m.hasMatch() ? m.captured(1).toInt() : -1;
@@ -177,14 +189,8 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
     std::ofstream(list, std::ios::binary) << "SP-100,Garden Trowel,4.95\r\n"
                                              "SP-101,Watering Can,12.50\r\n"
                                              "SP-102,Seed Tray,2.25\r\n";
-    start();
-    ASSERT_TRUE(started_);
-    const int before = count();
-    ASSERT_GT(before, 0) << status().toStdString();
-    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
-
-    QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
-    ASSERT_TRUE(paneShows("Make Selection below"));
+    int before = 0;
+    ASSERT_NO_FATAL_FAILURE(startOnTheBuildMenu(before));
 
     QString boardPicture;
     std::deque<Step> steps{
@@ -234,14 +240,8 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
 TEST_F(ImportDesktopTest, FieldsOfAnAccessTableDraggedOntoTheBoardBringInItsRows) {
     const std::string source = appDir() + "users.mdb";
     std::filesystem::copy_file(accessSample(), source);
-    start();
-    ASSERT_TRUE(started_);
-    const int before = count();
-    ASSERT_GT(before, 0) << status().toStdString();
-    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
-
-    QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
-    ASSERT_TRUE(paneShows("Make Selection below"));
+    int before = 0;
+    ASSERT_NO_FATAL_FAILURE(startOnTheBuildMenu(before));
 
     QStringList filters;
     std::deque<Step> steps{
