@@ -44,31 +44,18 @@ void Bulk::importRun(Trap& on) {
         pane.Write("<center><font color=blue>Getting Information From: " +
                    UCase(fs::path(fileName_).filename().string()) + "<br><br><br>");
     });
-    on([&] {
-        ImportNote = Runtime::Current().ui().InputBox(
-            std::string("Would You Like To Put A Note For This?") + vb::vbCrLf +
-                "Enter It In The Text Box Below, Or Use The One Already In There",
-            "Want A Note?", noteDate() + " - ");
-    });
-    // A file that did not open is at its end at once.
-    auto atEnd = [&] { return !source_.isOpen() || source_.eof(); };
-    on([&] { source_.open(fileName_); });
-    on([&] { TotalLines = 0; });
-    while (!atEnd()) {
-        on([&] { source_.lineInput(); });
-        on([&] { return addOne(TotalLines); });
-    }
-    on([&] { source_.close(); });
-    on([&] { source_.open(fileName_); });
-    for (int n = 1; n <= SkipLines; ++n)
-        on([&] { line_ = source_.lineInput(); });
+    if (database_ && !openTable(on)) return;
+    if (!database_) openTextSource(on);
     on([&] { P.ContinueFlag = false; });
     // The records are committed a group at a time; every way out of the run commits the
     // last group, so the ending and any later reader find every record the run wrote.
     std::optional<WriteGroup> group;
     on([&] { group.emplace(*P.Data2); });
-    while (!atEnd()) {
-        readRecord(on);
+    for (bool first = true; database_ ? nextTableRecord(on, first) : !textAtEnd(); first = false) {
+        if (database_)
+            readTableRecord(on);
+        else
+            readRecord(on);
         importRecord(on);
         on([&] { Runtime::Current().LetEventsRun(); });
         if (when(on, [&] { return P.ContinueFlag; })) {
@@ -83,6 +70,32 @@ void Bulk::importRun(Trap& on) {
     on([&] {
         if (group) group->End();
     });
+}
+
+// A text source: the note of the run, the lines counted, and the lines before the first
+// record skipped.
+void Bulk::openTextSource(Trap& on) {
+    on([&] {
+        ImportNote = Runtime::Current().ui().InputBox(
+            std::string("Would You Like To Put A Note For This?") + vb::vbCrLf +
+                "Enter It In The Text Box Below, Or Use The One Already In There",
+            "Want A Note?", noteDate() + " - ");
+    });
+    on([&] { source_.open(fileName_); });
+    on([&] { TotalLines = 0; });
+    while (!textAtEnd()) {
+        on([&] { source_.lineInput(); });
+        on([&] { return addOne(TotalLines); });
+    }
+    on([&] { source_.close(); });
+    on([&] { source_.open(fileName_); });
+    for (int n = 1; n <= SkipLines; ++n)
+        on([&] { line_ = source_.lineInput(); });
+}
+
+// A file that did not open is at its end at once.
+bool Bulk::textAtEnd() const {
+    return !source_.isOpen() || source_.eof();
 }
 
 void Bulk::readRecord(Trap& on) {

@@ -1,33 +1,13 @@
 #include "store/sqlite_data_control.h"
 
 #include "base/vb_error.h"
-#include "records/store.h"
+#include "store/dao_terms.h"
 
 namespace {
 
 constexpr int UpdateWithoutEdit = 3020;
-constexpr int TooFewParameters = 3061;
-constexpr int ObjectNotSet = 91;
-
-// The older access names its faults in its own numbers.
-template <class F>
-auto inDaoTerms(int syntaxNumber, F&& f) {
-    try {
-        return f();
-    } catch (const VbError& e) {
-        if (e.Number() == vberr::BadArguments) throw VbError(syntaxNumber);
-        if (e.Number() == vberr::ItemNotFound)
-            throw VbError(syntaxNumber == vberr::SyntaxErrorInCriteria ? vberr::UnknownField
-                                                                       : TooFewParameters);
-        throw;
-    }
-}
 
 }  // namespace
-
-std::unique_ptr<DataControl> CreateDataControl() {
-    return std::make_unique<SqliteDataControl>();
-}
 
 SqliteDaoRecordset::SqliteDaoRecordset(std::shared_ptr<SqliteFile> file, SelectStatement statement)
     : file_(std::move(file)), statement_(std::move(statement)) {
@@ -147,7 +127,8 @@ void SqliteDataControl::Refresh() {
 }
 
 DaoRecordset& SqliteDataControl::Recordset() {
-    if (!recordset_) throw VbError(ObjectNotSet, "Object variable or With block variable not set");
+    if (!recordset_)
+        throw VbError(vberr::ObjectNotSet, "Object variable or With block variable not set");
     return *recordset_;
 }
 

@@ -1,7 +1,8 @@
 // A supplier's price list imported in the real window with the mouse and the keys: Bulk Add,
 // the build menu's text file link, the question boxes, the open dialog, the line the data
 // starts at, three items dragged onto the board (photographed with one still to place),
-// Done, the note and the totals page; then the new products are there to browse.
+// Done, the note and the totals page; then the new products are there to browse. And the
+// same road from an Access file, its table clicked in the list of its tables.
 #include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
@@ -14,8 +15,10 @@
 #include <functional>
 #include <string>
 
+#include "access_sample.h"
 #include "build/bulk.h"
 #include "desktop_fixture.h"
+#include "store/sqlite_file.h"
 #include "user_steps.h"
 
 namespace {
@@ -44,6 +47,43 @@ class ImportDesktopTest : public DesktopFixture {
             QTest::mouseMove(from, start + (end - start) * step / 4);
         QTest::mouseRelease(from, Qt::LeftButton, {}, end);
     }
+    // Dragging source item `source` onto box `target`, as a step's action.
+    std::function<void()> dragged(int source, int target) {
+        return [this, source, target] {
+            dragWithMouse(widget("Label2", source), widget("Label1", target));
+        };
+    }
+    // The open dialog: the user types the file's path into its name box and presses Enter.
+    // The dialog fills its name box as it opens; the user types once it has. `filters`
+    // takes the dialog's filters.
+    static void openDialog(UserSteps& user, const std::string& path,
+                           QStringList* filters = nullptr) {
+        using Dialog = QFileDialog;
+        user.then(
+            "the open dialog", [] { return UserSteps::waiting<Dialog>() != nullptr; },
+            [path, filters] {
+                if (filters) *filters = UserSteps::waiting<Dialog>()->nameFilters();
+                auto* name = UserSteps::waiting<Dialog>()->findChild<QLineEdit*>("fileNameEdit");
+                if (name->text() == QString::fromStdString(path)) {
+                    QTest::keyClick(name, Qt::Key_Return);
+                    return;
+                }
+                name->selectAll();
+                QTest::keyClicks(name, QString::fromStdString(path));
+            },
+            [] { return UserSteps::waiting<Dialog>() == nullptr; });
+    }
+    // The program started on its sample shop, the item in the pane, and Bulk Add clicked:
+    // the build menu in the pane. `before` takes the number of products.
+    void startOnTheBuildMenu(int& before) {
+        start();
+        ASSERT_TRUE(started_);
+        before = count();
+        ASSERT_GT(before, 0) << status().toStdString();
+        ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+        QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
+        ASSERT_TRUE(paneShows("Make Selection below"));
+    }
     bool boardShows() {
         QWidget* board = widget("Frame11");
         return board && board->isVisible() && !QApplication::activeModalWidget();
@@ -62,35 +102,12 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
     std::ofstream(list, std::ios::binary) << "SP-100,Garden Trowel,4.95\r\n"
                                              "SP-101,Watering Can,12.50\r\n"
                                              "SP-102,Seed Tray,2.25\r\n";
-    start();
-    ASSERT_TRUE(started_);
-    const int before = count();
-    ASSERT_GT(before, 0) << status().toStdString();
-    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+    int before = 0;
+    ASSERT_NO_FATAL_FAILURE(startOnTheBuildMenu(before));
 
-    QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
-    ASSERT_TRUE(paneShows("Make Selection below"));
-
-    const auto dragged = [this](int source, int target) {
-        return [this, source, target] {
-            dragWithMouse(widget("Label2", source), widget("Label1", target));
-        };
-    };
     UserSteps user(4 * Patience);
     user.answerBox("To EDIT The Existing Items ONLY", QMessageBox::No);
-    // The dialog fills its name box as it opens; the user types once it has.
-    user.then(
-        "the open dialog", [] { return UserSteps::waiting<QFileDialog>() != nullptr; },
-        [&] {
-            auto* name = UserSteps::waiting<QFileDialog>()->findChild<QLineEdit*>("fileNameEdit");
-            if (name->text() == QString::fromStdString(list)) {
-                QTest::keyClick(name, Qt::Key_Return);
-                return;
-            }
-            name->selectAll();
-            QTest::keyClicks(name, QString::fromStdString(list));
-        },
-        [] { return UserSteps::waiting<QFileDialog>() == nullptr; });
+    openDialog(user, list);
     user.then(
         "the head of the file", [&] { return showsLink("GF-1"); },
         [&] { EXPECT_TRUE(clickLink("GF-1")); });
@@ -125,6 +142,41 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
     QTest::mouseClick(widget("cmdSearch"), Qt::LeftButton);
     ASSERT_TRUE(waitFor([&] { return stockNo() == "SP-101"; }));
     EXPECT_TRUE(paneShows("Watering Can"));
+}
+
+TEST_F(ImportDesktopTest, FieldsOfAnAccessTableDraggedOntoTheBoardBringInItsRows) {
+    const std::string source = appDir() + "users.mdb";
+    std::filesystem::copy_file(accessSample(), source);
+    int before = 0;
+    ASSERT_NO_FATAL_FAILURE(startOnTheBuildMenu(before));
+
+    QStringList filters;
+    UserSteps user(4 * Patience);
+    user.answerBox("To EDIT The Existing Items ONLY", QMessageBox::No);
+    openDialog(user, source, &filters);
+    user.then(
+        "the list of tables", [&] { return showsLink("GF-9"); },
+        [&] { EXPECT_TRUE(clickLink("GF-9")); });
+    const auto onBoard = [&] { return boardShows(); };
+    user.then("stock number", onBoard, dragged(0, 2));
+    user.then("name", onBoard, dragged(1, 3));
+    user.then("the birthday as the description", onBoard, dragged(3, 4));
+    user.then("married as on special", onBoard, dragged(4, 19));
+    user.then("Done", onBoard, [&] { QTest::mouseClick(widget("Command24"), Qt::LeftButton); });
+    user.then(
+        "the totals page", [&] { return showsLink("CONTINUE"); },
+        [&] { EXPECT_TRUE(clickLink("CONTINUE")); });
+    ASSERT_TRUE(clickLink("DBFiles"));
+    ASSERT_TRUE(user.finished(4 * Patience)) << "the user was still waiting for " << user.next();
+
+    EXPECT_EQ(filters, QStringList{"Access DataBases (*.mdb *.mde)"});
+    EXPECT_EQ(form().bulk->TotalAdded, 3);
+    ASSERT_TRUE(waitFor([&] { return count() == before + 3; })) << status().toStdString();
+    auto catalogue = SqliteFile::open(appDir() + "tandrel2004.mde");
+    EXPECT_EQ(catalogue->firstColumnJoined("SELECT ProdName || ' ' || ProdDesc || ' ' || "
+                                           "OnSpecial FROM Products WHERE StockNo IN "
+                                           "('1', '2', '3') ORDER BY PID"),
+              "Nuintun 1/25/1989 -1|Angela 12/18/1988 0|\u5f20\u4e09 12/18/1986 -1");
 }
 
 }  // namespace
