@@ -38,6 +38,7 @@ class AccessDaoRecordset : public DaoRecordset {
     std::string FieldName(int index) const override;
     Variant GetValue(int index) const override;
     void SetValue(int, const Variant&) override { readOnly(); }
+    Fault TrySetValue(int, const Variant&) override { return {vberr::DatabaseReadOnly}; }
 
   private:
     const RowTable& rows() const;
