@@ -43,11 +43,16 @@ struct RecordingUi : Ui {
         inputAnswers.pop_front();
         return answer;
     }
-    // The file the open dialog answers with; "" cancels it.
+    // The file the open dialog answers with; "" cancels it. The filter chosen, when set.
     std::string openAnswer;
+    int openFilter = 0;
+    // The open dialog as the program last set it.
+    CommonDialog openShown;
     bool ShowOpen(CommonDialog& dialog) override {
+        openShown = dialog;
         if (openAnswer.empty()) return false;
         dialog.FileName = openAnswer;
+        if (openFilter) dialog.FilterIndex = openFilter;
         return true;
     }
     // The file the save dialog answers with; "" cancels it.
@@ -68,6 +73,10 @@ struct RecordingUi : Ui {
     std::map<std::string, std::unique_ptr<HeadlessPane>> panes;
     void RunDocument(const std::string&) override {}
     void MousePointerChanged(int p) override { pointer = p; }
-    void LetEventsRun() override {}
+    // When set, runs each time the program lets events run (the user acting meanwhile).
+    std::function<void()> onLetEventsRun;
+    void LetEventsRun() override {
+        if (onLetEventsRun) onLetEventsRun();
+    }
     void WaitForUser() override {}
 };

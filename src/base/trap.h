@@ -2,9 +2,17 @@
 
 #include <functional>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "base/vb_error.h"
+
+// A fault that a statement on a hot path gives back instead of throwing (an import's
+// counter past its largest value, a write to the key): number 0 for none. A trapped
+// statement that returns one is handled as if it had thrown it.
+struct Fault {
+    int number = 0;
+};
 
 // The runtime's error state: the number and description of the last trapped fault.
 struct ErrState {
@@ -79,8 +87,16 @@ class Trap {
     bool operator()(Statement&& statement) {
         while (!exited_) {
             try {
-                statement();
-                return true;
+                if constexpr (std::is_same_v<std::invoke_result_t<Statement&>, Fault>) {
+                    const Fault given = statement();
+                    if (given.number == 0) return true;
+                    if (fault(given.number, VbError(given.number).Description()) != Resume::Again)
+                        return false;
+                    continue;
+                } else {
+                    statement();
+                    return true;
+                }
             } catch (const ProgramEnded&) {
                 throw;
             } catch (const VbError& e) {

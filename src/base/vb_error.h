@@ -29,6 +29,7 @@ inline constexpr int FileNotFound = 53;
 inline constexpr int FileAlreadyOpen = 55;
 inline constexpr int InputPastEndOfFile = 62;
 inline constexpr int PathNotFound = 76;
+inline constexpr int ObjectNotSet = 91;  // object variable or With block variable not set
 inline constexpr int InvalidUseOfNull = 94;
 inline constexpr int ControlArrayElementMissing = 340;  // also: no such control or form
 inline constexpr int ObjectRequired = 424;

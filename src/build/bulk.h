@@ -33,6 +33,9 @@ class Bulk : public ProductsPart {
     // Changing the pictures' path, started by the link `ChangePicPath`
     // (build/picture_paths.cpp).
     void ChP();
+    // Copies the pictures of the items in `List3` into the site's image folder; the page
+    // stage runs it (build/picture_paths.cpp).
+    void MoveCopy();
 
     // The placement board's events (build/placement_board.cpp).
     void Label1_DragDrop(int Index, Control* Source);
@@ -93,6 +96,15 @@ class Bulk : public ProductsPart {
     void splitSample(Trap& on);
     void askAddedSlots(Trap& on);
 
+    // build/database_source.cpp: the database, its table and the table's records.
+    Next chooseTable(Trap& on);
+    int listTables(Trap& on);
+    // False when the table holds no record: the run then ends with nothing imported.
+    bool openTable(Trap& on);
+    // Moves to the table's next record, but for the first; false at the end.
+    bool nextTableRecord(Trap& on, bool first);
+    void readTableRecord(Trap& on);
+
     // build/placement_board.cpp.
     void createBoard();
     void wireBoard();
@@ -108,11 +120,13 @@ class Bulk : public ProductsPart {
 
     // build/import_run.cpp.
     void importRun(Trap& on);
+    void openTextSource(Trap& on);
+    bool textAtEnd() const;
     void importRecord(Trap& on);
     void writeColumns(Trap& on);
     void writeChangeLog(Trap& on);
     void commonEnding(Trap& on);
-    // Reads one record of the source into SourceItems.
+    // Reads one line of a text source into SourceItems.
     void readRecord(Trap& on);
     // The record of Products found by a stock number; NoMatch tells.
     void findStockNo(Trap& on, const std::string& stockNo);
@@ -120,6 +134,7 @@ class Bulk : public ProductsPart {
     PlacementFields placements();
 
     // Of one run of GetFiles.
+    bool database_ = false;  // the source is a database's table
     std::string fileName_;   // the chosen file's whole path
     std::string line_;       // the line buffer
     TextFileReader source_;  // the file open now

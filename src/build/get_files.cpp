@@ -10,15 +10,11 @@
 
 void Bulk::GetFiles() {
     Trap on = reportTo("(Form) BuildDB::Sub GetFiles");
-    // NOT BUILT YET: the database source. Until it is, its run ends at once as a run
-    // ends, with the import kind back to a text file's, so a later text import still runs.
-    if (P.ImportKind == 7) {
-        P.ImportKind = 0;
-        return;
-    }
+    database_ = P.ImportKind == 7;
     fileName_.clear();
     line_.clear();
     lastItem_ = 0;
+    ImportNote = "";
     TotalChecked = TotalAdded = TotalEdited = 0;
     openingSteps(on);
     // NOT BUILT YET: bulk edit and export go on from here.
@@ -33,16 +29,18 @@ void Bulk::GetFiles() {
         });
         on([&] { EditOnly = answer == vb::vbYes; });
     }
-    Next next = chooseTextFile(on);
-    if (next == Next::Go) next = showHead(on);
-    if (next == Next::Go) next = chooseSeparator(on);
-    if (next == Next::Go) {
+    Next next = database_ ? chooseTable(on) : chooseTextFile(on);
+    if (!database_ && next == Next::Go) next = showHead(on);
+    if (!database_ && next == Next::Go) next = chooseSeparator(on);
+    if (!database_ && next == Next::Go) {
         if (when(on, [&] { return LinesPerItem > 0; })) {
             on([&] { source_.open(fileName_); });
             on([&] { line_ = source_.lineInput(); });
         }
         splitSample(on);
         askAddedSlots(on);
+    }
+    if (next == Next::Go) {
         openBoard(on, false);
         next = waitOnBoard(on);
     }

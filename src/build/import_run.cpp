@@ -2,13 +2,12 @@
 // through `Data2` as FieldPlacement says, with a dated change log in Notes, and a totals
 // page ends it.
 #include <filesystem>
-#include <limits>
+#include <optional>
 
-#include "base/clock.h"
 #include "base/convert.h"
-#include "base/dates.h"
 #include "base/strings.h"
 #include "build/bulk.h"
+#include "build/run_steps.h"
 #include "build/text_split.h"
 #include "forms/runtime.h"
 #include "records/data_control.h"
@@ -26,13 +25,6 @@ constexpr int RetailColumn = 12;
 constexpr int NotesColumn = 29;
 constexpr int DiscoColumn = 21;
 
-// A counter goes up by one; past its largest value it overflows (6) and stays.
-template <class Counter>
-void addOne(Counter& counter) {
-    if (counter == std::numeric_limits<Counter>::max()) throw VbError(vberr::Overflow);
-    ++counter;
-}
-
 bool yesNoColumn(int i) {
     return i == 19 || i == 21 || i == 22 || i == 30;
 }
@@ -41,10 +33,6 @@ bool yesNoColumn(int i) {
 bool saysYes(const std::string& text) {
     const std::string first = Left(Trim(UCase(text)), 1);
     return first == "Y" || first == "T";
-}
-
-std::string today() {
-    return formatDate(theClock().Date(), "MM/DD/YY");
 }
 
 }  // namespace
@@ -56,27 +44,18 @@ void Bulk::importRun(Trap& on) {
         pane.Write("<center><font color=blue>Getting Information From: " +
                    UCase(fs::path(fileName_).filename().string()) + "<br><br><br>");
     });
-    on([&] {
-        ImportNote = Runtime::Current().ui().InputBox(
-            std::string("Would You Like To Put A Note For This?") + vb::vbCrLf +
-                "Enter It In The Text Box Below, Or Use The One Already In There",
-            "Want A Note?", today() + " - ");
-    });
-    // A file that did not open is at its end at once.
-    auto atEnd = [&] { return !source_.isOpen() || source_.eof(); };
-    on([&] { source_.open(fileName_); });
-    on([&] { TotalLines = 0; });
-    while (!atEnd()) {
-        on([&] { source_.lineInput(); });
-        on([&] { addOne(TotalLines); });
-    }
-    on([&] { source_.close(); });
-    on([&] { source_.open(fileName_); });
-    for (int n = 1; n <= SkipLines; ++n)
-        on([&] { line_ = source_.lineInput(); });
+    if (database_ && !openTable(on)) return;
+    if (!database_) openTextSource(on);
     on([&] { P.ContinueFlag = false; });
-    while (!atEnd()) {
-        readRecord(on);
+    // The records are committed a group at a time; every way out of the run commits the
+    // last group, so the ending and any later reader find every record the run wrote.
+    std::optional<WriteGroup> group;
+    on([&] { group.emplace(*P.Data2); });
+    for (bool first = true; database_ ? nextTableRecord(on, first) : !textAtEnd(); first = false) {
+        if (database_)
+            readTableRecord(on);
+        else
+            readRecord(on);
         importRecord(on);
         on([&] { Runtime::Current().LetEventsRun(); });
         if (when(on, [&] { return P.ContinueFlag; })) {
@@ -88,6 +67,35 @@ void Bulk::importRun(Trap& on) {
             break;
         }
     }
+    on([&] {
+        if (group) group->End();
+    });
+}
+
+// A text source: the note of the run, the lines counted, and the lines before the first
+// record skipped.
+void Bulk::openTextSource(Trap& on) {
+    on([&] {
+        ImportNote = Runtime::Current().ui().InputBox(
+            std::string("Would You Like To Put A Note For This?") + vb::vbCrLf +
+                "Enter It In The Text Box Below, Or Use The One Already In There",
+            "Want A Note?", noteDate() + " - ");
+    });
+    on([&] { source_.open(fileName_); });
+    on([&] { TotalLines = 0; });
+    while (!textAtEnd()) {
+        on([&] { source_.lineInput(); });
+        on([&] { return addOne(TotalLines); });
+    }
+    on([&] { source_.close(); });
+    on([&] { source_.open(fileName_); });
+    for (int n = 1; n <= SkipLines; ++n)
+        on([&] { line_ = source_.lineInput(); });
+}
+
+// A file that did not open is at its end at once.
+bool Bulk::textAtEnd() const {
+    return !source_.isOpen() || source_.eof();
 }
 
 void Bulk::readRecord(Trap& on) {
@@ -111,7 +119,7 @@ void Bulk::importRecord(Trap& on) {
         on([&] { rs->MoveLast(); });
         on([&] { NextId = CLng(rs->GetValue(0)); });
     }
-    on([&] { addOne(TotalChecked); });
+    on([&] { return addOne(TotalChecked); });
     if (KeyItem != NoLookupItem && when(on, [&] {
             const std::string& key = slotAt(SourceItems, KeyItem);
             return key == "99999999" || key.empty() || key == "0";
@@ -133,12 +141,12 @@ void Bulk::importRecord(Trap& on) {
             on([&] { findStockNo(on, slotAt(SourceItems, KeyItem)); });
         if (!when(on, [&] { return rs->NoMatch(); })) {
             on([&] { rs->Edit(); });
-            on([&] { rs->SetValue(DiscoColumn, Variant(true)); });
+            on([&] { return rs->TrySetValue(DiscoColumn, Variant(true)); });
             on([&] { rs->Update(); });
         }
         return;
     }
-    on([&] { addOne(NextId); });
+    on([&] { return addOne(NextId); });
     if (when(on, [&] { return KeyItem == NoLookupItem; })) {
         findStockNo(on, Mid(FieldPlacement[2], 4) + std::to_string(NextId));
     } else if (when(on, [&] { return KeyItem == -1; })) {
@@ -151,20 +159,20 @@ void Bulk::importRecord(Trap& on) {
         on([&] { IsNew = true; });
         if (when(on, [&] { return EditOnly; })) return;
         on([&] { rs->AddNew(); });
-        on([&] { rs->SetValue(0, Variant::Long(NextId)); });
+        on([&] { return rs->TrySetValue(0, Variant::Long(NextId)); });
     } else {
         on([&] { rs->Edit(); });
         on([&] { IsNew = false; });
     }
     writeColumns(on);
     if (when(on, [&] { return rs->GetValue(PriceColumn).IsNull(); }))
-        on([&] { rs->SetValue(PriceColumn, rs->GetValue(RetailColumn)); });
+        on([&] { return rs->TrySetValue(PriceColumn, rs->GetValue(RetailColumn)); });
     writeChangeLog(on);
     if (when(on, [&] { return FieldPlacement[NotesColumn] == "AI-Delete"; }))
-        on([&] { rs->SetValue(NotesColumn, Variant("")); });
+        on([&] { return rs->TrySetValue(NotesColumn, Variant("")); });
     on([&] { rs->Update(); });
-    if (when(on, [&] { return ChangeSeen == "ok"; })) on([&] { addOne(TotalEdited); });
-    if (when(on, [&] { return IsNew; })) on([&] { addOne(TotalAdded); });
+    if (when(on, [&] { return ChangeSeen == "ok"; })) on([&] { return addOne(TotalEdited); });
+    if (when(on, [&] { return IsNew; })) on([&] { return addOne(TotalAdded); });
     on([&] { ChangeSeen = ""; });
     for (auto& row : ChangeLog)
         row = {Variant(""), Variant("")};
@@ -206,34 +214,42 @@ void Bulk::writeColumns(Trap& on) {
             }
         }
         if (i >= 7 && i <= 13)
-            on([&] { rs.SetValue(i, Variant::Double(Val(ai ? typed : slotAt(SourceItems, n)))); });
+            on([&] {
+                return rs.TrySetValue(i, Variant::Double(Val(ai ? typed : slotAt(SourceItems, n))));
+            });
         if (yesNoColumn(i)) {
             if (ai)
-                on([&] { rs.SetValue(i, Variant(saysYes(Mid(Trim(UCase(placement)), 4, 1)))); });
+                on([&] {
+                    return rs.TrySetValue(i, Variant(saysYes(Mid(Trim(UCase(placement)), 4, 1))));
+                });
             else
                 on([&] {
                     const std::string said = Trim(UCase(slotAt(SourceItems, n)));
-                    rs.SetValue(i, Variant(said == "Y" || said == "T"));
+                    return rs.TrySetValue(i, Variant(said == "Y" || said == "T"));
                 });
         }
         if (ai)
-            on([&] { rs.SetValue(i, Variant(i == 2 ? typed + std::to_string(NextId) : typed)); });
+            on([&] {
+                return rs.TrySetValue(i, Variant(i == 2 ? typed + std::to_string(NextId) : typed));
+            });
         else
-            on([&] { rs.SetValue(i, Variant(slotAt(SourceItems, n))); });
-        if (placement == "AI-Delete") on([&] { rs.SetValue(i, Variant("")); });
+            on([&] { return rs.TrySetValue(i, Variant(slotAt(SourceItems, n))); });
+        if (placement == "AI-Delete") on([&] { return rs.TrySetValue(i, Variant("")); });
     }
 }
 
 void Bulk::writeChangeLog(Trap& on) {
     DaoRecordset& rs = P.Data2->Recordset();
     auto append = [&](const std::string& text) {
-        on([&] { rs.SetValue(NotesColumn, Variant(textOf(rs.GetValue(NotesColumn)) + text)); });
+        on([&] {
+            return rs.TrySetValue(NotesColumn, Variant(textOf(rs.GetValue(NotesColumn)) + text));
+        });
     };
     if (when(on, [&] { return IsNew; })) {
         append(ImportNote + " - Added This Item" + vb::vbCrLf);
         return;
     }
-    append(ImportNote + today() + " - Edited This Item" + vb::vbCrLf);
+    append(ImportNote + noteDate() + " - Edited This Item" + vb::vbCrLf);
     for (int i = 0; i <= 30; ++i) {
         if (!when(on, [&] { return textOf(ChangeLog[i][1]) != ""; })) continue;
         on([&] { ChangeSeen = "ok"; });

@@ -33,6 +33,7 @@
 
 #include "base/convert.h"
 #include "base/vb_error.h"
+#include "desktop/file_views.h"
 #include "desktop/form_host.h"
 #include "desktop/grid_model.h"
 #include "desktop/guard.h"
@@ -393,7 +394,8 @@ void FormWindow::connectUser(Control& control, QWidget* widget) {
         connect(list, &QListWidget::currentRowChanged, this, [this, c](int row) {
             if (applying_) return;
             act([c, row] {
-                if (row >= 0 && row < c->ListCount()) UserInput::Select(*c, row);
+                const int index = row - rowsAbove(*c);
+                if (row >= 0 && index < c->ListCount()) UserInput::Select(*c, index);
             });
         });
         connect(list, &QListWidget::itemSelectionChanged, this, [this, c, list] {
@@ -551,7 +553,9 @@ void FormWindow::apply(Control& c, std::string_view property, bool initial) {
         }
     } else if (is(property, "List") || is(property, "ListIndex") || is(property, "Selected")) {
         if (auto* list = qobject_cast<QListWidget*>(w)) {
-            if (is(property, "List")) {
+            if (is(property, "List") && isFileView(c)) {
+                fillFileView(*list, c);
+            } else if (is(property, "List")) {
                 QStringList items;
                 for (int i = 0; i < c.ListCount(); ++i)
                     items << shown(c.List(i));
@@ -563,7 +567,7 @@ void FormWindow::apply(Control& c, std::string_view property, bool initial) {
                     list->addItems(items);
                 }
             }
-            const int index = c.HasProperty("ListIndex") ? c.ListIndex() : -1;
+            const int index = c.HasProperty("ListIndex") ? c.ListIndex() + rowsAbove(c) : -1;
             if (list->currentRow() != index) list->setCurrentRow(index);
             if (list->selectionMode() != QAbstractItemView::SingleSelection)
                 for (int i = 0; i < list->count(); ++i)

@@ -5,6 +5,7 @@
 #include "base/convert.h"
 #include "base/fold.h"
 #include "base/vb_error.h"
+#include "forms/file_lists.h"
 #include "forms/form.h"
 
 namespace {
@@ -92,7 +93,9 @@ Control::Control(Form& form, std::string name, ControlKind kind, int index)
             props_["Path"] = Variant("");
             break;
         case ControlKind::DriveList:
-            props_["Drive"] = Variant("/");
+            props_["Drive"] = Variant(FileLists::driveOf(""));
+            items_ = FileLists::drives();
+            selected_.assign(items_.size(), false);
             break;
         case ControlKind::DataGrid:
             props_["Row"] = Variant(0);
@@ -131,9 +134,11 @@ void Control::SetProperty(std::string_view name, const Variant& value) {
         stored = Variant(CBool(value));
     else if (it->second.IsNumberKind() && !value.IsNumberKind())
         stored = Variant::Double(CDbl(value));
+    if (isFolderPath(key)) stored = Variant(FileLists::folderPath(textOf(stored)));
+    if (key == "Drive") stored = Variant(FileLists::driveOf(textOf(stored)));
     if (key == "ListIndex") {
         int i = static_cast<int>(stored.Number());
-        if (i < -1 || i >= ListCount())
+        if (i < lowestListIndex() || i >= ListCount())
             throw VbError(InvalidPropertyValue, "Invalid property value");
         stored = Variant(i);
     }
@@ -141,8 +146,12 @@ void Control::SetProperty(std::string_view name, const Variant& value) {
         !(it->second == stored) && !(it->second.IsNumberKind() && stored.IsNumberKind() &&
                                      it->second.Number() == stored.Number());
     it->second = stored;
+    if (changed && (isFolderPath(key) || (key == "Pattern" && kind_ == ControlKind::FileList)))
+        readFolder();
     if (key == "ListIndex" && kind_ == ControlKind::ComboBox)
         props_["Text"] = Variant(List(ListIndex()));
+    if (key == "ListIndex" && kind_ == ControlKind::FileList)
+        props_["FileName"] = Variant(List(ListIndex()));
     notify(key);
     if (key == "Text" && changed)
         Raise("Change");
@@ -153,7 +162,7 @@ void Control::SetProperty(std::string_view name, const Variant& value) {
     else if (key == "Value" && kind_ == ControlKind::OptionButton && stored.BoolValue()) {
         unselectGroup();
         Raise("Click");
-    } else if ((key == "Path" || key == "Pattern") && changed)
+    } else if ((key == "Path" || key == "Pattern" || key == "Drive") && changed)
         Raise("Change");
 }
 
@@ -177,6 +186,8 @@ std::string Control::Container() const {
 }
 
 std::string Control::List(int i) const {
+    if (kind_ == ControlKind::DirList && i < 0)
+        return FileLists::ancestor(textOf(props_.at("Path")), -i - 1);
     return i >= 0 && i < ListCount() ? items_[i] : std::string();
 }
 
@@ -226,6 +237,27 @@ void Control::Raise(std::string_view event) {
 void Control::Raise(std::string_view event, EventArgs& args) {
     args.Index = index_;
     form_.RaiseEvent(*this, event, args);
+}
+
+bool Control::isFolderPath(std::string_view key) const {
+    return key == "Path" && (kind_ == ControlKind::DirList || kind_ == ControlKind::FileList);
+}
+
+int Control::lowestListIndex() const {
+    if (kind_ != ControlKind::DirList) return -1;
+    int lowest = -1;
+    while (!List(lowest - 1).empty())
+        --lowest;
+    return lowest;
+}
+
+void Control::readFolder() {
+    const std::string folder = textOf(props_["Path"]);
+    items_ = kind_ == ControlKind::DirList ? FileLists::subfolders(folder)
+                                           : FileLists::files(folder, textOf(props_["Pattern"]));
+    selected_.assign(items_.size(), false);
+    props_["ListIndex"] = Variant(-1);
+    notify("List");
 }
 
 void Control::unselectGroup() {

@@ -83,7 +83,7 @@ class Control {
     double Num(std::string_view name) const;  // Left, Top, Width, Height, Max ...
     void SetNum(std::string_view name, double v) { SetProperty(name, Variant::Double(v)); }
 
-    // List and combo boxes.
+    // List and combo boxes; the drive, folder and file lists read the disk (forms/file_lists.h).
     int ListCount() const { return static_cast<int>(items_.size()); }
     std::string List(int i) const;  // "" out of range
     void SetList(int i, const std::string& text);
@@ -114,6 +114,12 @@ class Control {
     void ZOrder(int position) { SetProperty("ZOrder", Variant(position)); }
 
   private:
+    // A folder or file list's Path: kept as the lists keep folders, and read from the disk.
+    bool isFolderPath(std::string_view key) const;
+    // A folder list's current folder is -1, the folders above it -2, -3 ... up to the root.
+    int lowestListIndex() const;
+    // Fills a folder or file list from its folder.
+    void readFolder();
     void unselectGroup();
     void notify(std::string_view name);
 

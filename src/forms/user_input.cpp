@@ -19,6 +19,9 @@ void Click(Control& c) {
 
 void DblClick(Control& c) {
     c.Raise("DblClick");
+    // A folder list goes into the folder double-clicked, by itself.
+    if (c.Kind() == ControlKind::DirList && c.Parent().IsLoaded())
+        c.SetProperty("Path", Variant(c.List(c.ListIndex())));
 }
 
 void Type(Control& c, const std::string& text) {
@@ -60,6 +63,9 @@ void Select(Control& c, int index) {
         c.Raise("Click");
     else
         c.SetListIndex(index);
+    // A drive list changes drive by itself when the user picks one.
+    if (c.Kind() == ControlKind::DriveList && c.Parent().IsLoaded())
+        c.SetProperty("Drive", Variant(c.List(index)));
 }
 
 void SelectItem(Control& c, int index, bool on) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/trap.h"
 #include "base/variant.h"
 
 // The record set of an old-style data control: explicit Edit/AddNew before Update, no
@@ -33,6 +34,8 @@ class DaoRecordset {
     virtual std::string FieldName(int index) const = 0;
     virtual Variant GetValue(int index) const = 0;
     virtual void SetValue(int index, const Variant& value) = 0;
+    // As SetValue, with the fault given back, for a run that writes many records.
+    virtual Fault TrySetValue(int index, const Variant& value) = 0;
     Variant GetValue(std::string_view name) const { return GetValue(FieldIndex(name)); }
     void SetValue(std::string_view name, const Variant& v) { SetValue(FieldIndex(name), v); }
 };
@@ -56,4 +59,36 @@ class DataControl {
     // The database's tables.
     virtual int TableCount() = 0;
     virtual std::string TableName(int index) = 0;
+
+    // A long run of writes through the record set (an import) is committed a group at a
+    // time instead of row by row; the end commits the last group. Groups nest.
+    virtual void BeginWriteGroup() = 0;
+    virtual void EndWriteGroup() = 0;
+};
+
+// The writes of one run, grouped while it lives: however the run is left, its writes are
+// in the file afterwards. End() commits with the fault it may give; the destructor, on a
+// way out that unwinds, commits in silence.
+class WriteGroup {
+  public:
+    explicit WriteGroup(DataControl& control) : control_(&control) { control.BeginWriteGroup(); }
+    ~WriteGroup() {
+        try {
+            End();
+        } catch (...) {
+            // Unwinding already; the file keeps what it could commit.
+        }
+    }
+    WriteGroup(const WriteGroup&) = delete;
+    WriteGroup& operator=(const WriteGroup&) = delete;
+
+    void End() {
+        if (!control_) return;
+        DataControl* control = control_;
+        control_ = nullptr;
+        control->EndWriteGroup();
+    }
+
+  private:
+    DataControl* control_;
 };

@@ -72,6 +72,7 @@ struct Module {
     NAMED_VAR(std::string, SupplierUser);
     NAMED_VAR(std::string, SupplierPassword);
     NAMED_VAR(bool, TipsAsked);
+    NAMED_VAR(bool, PicturesCopied);  // MoveCopy has ended; the page stage polls it
 
     // The page layout.
     NAMED_VAR(std::int16_t, ItemsPerRow);

@@ -113,6 +113,10 @@ void Products::createPanels() {
         .SetVisible(false);
     addControl(*this, "Frame12", ControlKind::Frame, -1, {0, 0, 9300, 7200}, "Page Setup")
         .SetVisible(false);
+    // The stock numbers chosen for the pages, and the page stage's status.
+    inside(addControl(*this, "List3", ControlKind::ListBox, -1, {100, 300, 2000, 3000}), "Frame12")
+        .SetVisible(false);
+    inside(addControl(*this, "Label7", ControlKind::Label, -1, {100, 6400, 4000, 600}), "Frame12");
 }
 
 void Products::createRecordControls() {

@@ -82,6 +82,8 @@ void Products::Form_Load() {
     on([&] { m.StartingUp = true; });
     on([&] { Data1->SetDatabaseName(m.DBName); });
     on([&] { Data2->SetDatabaseName(m.DBName); });
+    // A data control opens its record set as its form loads.
+    on([&] { Data2->Refresh(); });
     on([&] { m.FontColorOf[CInt(m.LayoutSide)][0] = "#111111"; });
     on([&] { m.FontSizeOf[CInt(m.LayoutSide)][0] = 5; });
     on([&] { m.PageAlign = "center"; });

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "forms/runtime.h"
+#include "reports/win_seek.h"
 #include "search/search_form.h"
 #include "shell/errhandler.h"
 #include "shell/frm_about.h"
@@ -29,6 +30,7 @@ void RegisterForms(Runtime& rt) {
     rt.Register("frmSales", [] { return std::make_unique<frmSales>(); });
     rt.Register("frmSupplier", [] { return std::make_unique<frmSupplier>(); });
     rt.Register("frmSetup", [] { return std::make_unique<frmSetup>(); });
+    rt.Register("WinSeek", [] { return std::make_unique<WinSeek>(); });
 }
 
 void SubMain() {

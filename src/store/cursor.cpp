@@ -171,7 +171,23 @@ Variant Cursor::value(int column) const {
 void Cursor::setValue(int column, const Variant& v) {
     if (column < 0 || column >= shown_) throw VbError(vberr::ItemNotFound);
     currentRow();
-    Variant fitted = coerceTo(table_.column(column).kind, v);
+    setFitted(column, coerceTo(table_.column(column).kind, v));
+}
+
+Fault Cursor::trySetValue(int column, const Variant& v) {
+    try {
+        if (column < 0 || column >= shown_) return {vberr::ItemNotFound};
+        currentRow();
+        std::optional<Variant> fitted = fitTo(table_.column(column).kind, v);
+        if (!fitted) return {vberr::WrongType};
+        setFitted(column, std::move(*fitted));
+        return {};
+    } catch (const VbError& e) {
+        return {e.Number()};
+    }
+}
+
+void Cursor::setFitted(int column, Variant fitted) {
     if (edit_ == Edit::None) edit_ = Edit::InProgress;
     for (auto& [c, pending] : pending_)
         if (c == column) {

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/trap.h"
 #include "store/criteria.h"
 #include "store/row_table.h"
 #include "store/sqlite_file.h"
@@ -43,6 +44,8 @@ class Cursor {
     int columnIndex(std::string_view name) const;  // 3265 when unknown
     Variant value(int column) const;
     void setValue(int column, const Variant& v);  // starts an edit of the current row
+    // As setValue; a value the column refuses is given back as a fault, thrown or not.
+    Fault trySetValue(int column, const Variant& v);
 
     enum class Edit { None, InProgress, Add };
     Edit editMode() const { return edit_; }
@@ -67,6 +70,7 @@ class Cursor {
     long find(std::string_view criteriaText, long from, bool forward, bool singleOnly);
 
   private:
+    void setFitted(int column, Variant fitted);
     std::vector<int> rowsThrough(const std::optional<Criteria>& filter) const;
     void applyFilter();
     void applySort();

@@ -55,6 +55,12 @@ double strictNumber(const Variant& v) {
 }  // namespace
 
 Variant coerceTo(ColumnKind kind, const Variant& v) {
+    std::optional<Variant> fitted = fitTo(kind, v);
+    if (!fitted) wrongType();
+    return std::move(*fitted);
+}
+
+std::optional<Variant> fitTo(ColumnKind kind, const Variant& v) {
     if (v.IsNull() || v.IsEmpty()) return Variant::Null();
     // An emptied box clears a number, a date or a yes/no; a text keeps its "".
     if (v.IsString() && !isTextKind(kind) && Trim(v.Str()).empty()) return Variant::Null();
@@ -62,7 +68,7 @@ Variant coerceTo(ColumnKind kind, const Variant& v) {
         case ColumnKind::Text:
             return Variant(CStr(v));
         case ColumnKind::Counter:
-            wrongType();  // the store assigns the key
+            return std::nullopt;  // the store assigns the key
         case ColumnKind::Long: {
             double d = std::nearbyint(strictNumber(v));
             if (d < std::numeric_limits<std::int32_t>::min() ||

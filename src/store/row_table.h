@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -71,5 +72,8 @@ class RowTable {
 // Makes a value fit a column of the given kind, as a write through a field does: a text that
 // is not a number written to a number column fails with 3421 and nothing is written.
 Variant coerceTo(ColumnKind kind, const Variant& v);
+// The same without throwing for the key, which takes no value (the store assigns it):
+// nothing then. Other refusals still throw.
+std::optional<Variant> fitTo(ColumnKind kind, const Variant& v);
 // A fitted value as the file keeps it.
 StoredValue toStored(ColumnKind kind, const Variant& v);

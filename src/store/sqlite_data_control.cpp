@@ -1,33 +1,13 @@
 #include "store/sqlite_data_control.h"
 
 #include "base/vb_error.h"
-#include "records/store.h"
+#include "store/dao_terms.h"
 
 namespace {
 
 constexpr int UpdateWithoutEdit = 3020;
-constexpr int TooFewParameters = 3061;
-constexpr int ObjectNotSet = 91;
-
-// The older access names its faults in its own numbers.
-template <class F>
-auto inDaoTerms(int syntaxNumber, F&& f) {
-    try {
-        return f();
-    } catch (const VbError& e) {
-        if (e.Number() == vberr::BadArguments) throw VbError(syntaxNumber);
-        if (e.Number() == vberr::ItemNotFound)
-            throw VbError(syntaxNumber == vberr::SyntaxErrorInCriteria ? vberr::UnknownField
-                                                                       : TooFewParameters);
-        throw;
-    }
-}
 
 }  // namespace
-
-std::unique_ptr<DataControl> CreateDataControl() {
-    return std::make_unique<SqliteDataControl>();
-}
 
 SqliteDaoRecordset::SqliteDaoRecordset(std::shared_ptr<SqliteFile> file, SelectStatement statement)
     : file_(std::move(file)), statement_(std::move(statement)) {
@@ -124,6 +104,15 @@ void SqliteDaoRecordset::SetValue(int index, const Variant& value) {
     rows().setValue(index, value);
 }
 
+Fault SqliteDaoRecordset::TrySetValue(int index, const Variant& value) {
+    try {
+        if (rows().editMode() == Cursor::Edit::None) return {UpdateWithoutEdit};
+        return rows().trySetValue(index, value);
+    } catch (const VbError& e) {
+        return {e.Number()};
+    }
+}
+
 std::shared_ptr<SqliteFile> SqliteDataControl::file() {
     if (!file_ || file_->path() != databaseName_) file_ = SqliteFile::open(databaseName_);
     return file_;
@@ -138,7 +127,8 @@ void SqliteDataControl::Refresh() {
 }
 
 DaoRecordset& SqliteDataControl::Recordset() {
-    if (!recordset_) throw VbError(ObjectNotSet, "Object variable or With block variable not set");
+    if (!recordset_)
+        throw VbError(vberr::ObjectNotSet, "Object variable or With block variable not set");
     return *recordset_;
 }
 
@@ -151,4 +141,17 @@ std::string SqliteDataControl::TableName(int index) {
     if (index < 0 || index >= static_cast<int>(names.size()))
         throw VbError(vberr::SubscriptOutOfRange);
     return names[index];
+}
+
+void SqliteDataControl::BeginWriteGroup() {
+    auto opened = file();
+    opened->beginGroup();
+    groups_.push_back(std::move(opened));
+}
+
+void SqliteDataControl::EndWriteGroup() {
+    if (groups_.empty()) return;
+    auto last = std::move(groups_.back());
+    groups_.pop_back();
+    last->endGroup();
 }

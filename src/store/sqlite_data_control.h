@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "records/data_control.h"
 #include "store/cursor.h"
@@ -34,6 +35,7 @@ class SqliteDaoRecordset : public DaoRecordset {
     std::string FieldName(int index) const override;
     Variant GetValue(int index) const override { return rows().value(index); }
     void SetValue(int index, const Variant& value) override;
+    Fault TrySetValue(int index, const Variant& value) override;
 
   private:
     Cursor& rows() const;
@@ -60,6 +62,8 @@ class SqliteDataControl : public DataControl {
     DaoRecordset& Recordset() override;
     int TableCount() override;
     std::string TableName(int index) override;
+    void BeginWriteGroup() override;
+    void EndWriteGroup() override;
 
   private:
     std::shared_ptr<SqliteFile> file();
@@ -67,4 +71,6 @@ class SqliteDataControl : public DataControl {
     std::string databaseName_, recordSource_, connect_ = "Access 2000;";
     std::shared_ptr<SqliteFile> file_;
     std::unique_ptr<SqliteDaoRecordset> recordset_;
+    // The files of the open groups, innermost last: a group ends on the file it began on.
+    std::vector<std::shared_ptr<SqliteFile>> groups_;
 };

@@ -16,10 +16,9 @@ constexpr int CouldNotFindFile = 3024;
 constexpr int CannotFindTable = 3078;
 constexpr int StoreFailure = 3146;  // the driver's own failure, reported silently
 
-// Statements are kept prepared per text: the program repeats the same few many times.
-struct Finalizer {
-    void operator()(sqlite3_stmt* s) const { sqlite3_finalize(s); }
-};
+// Statements are kept prepared per text, since an import repeats the same few for every
+// record; past this many texts the kept ones are let go.
+constexpr std::size_t KeptStatements = 64;
 
 ColumnKind kindOfDeclared(const std::string& declared, bool primaryKey) {
     std::string t = UCase(declared);
@@ -148,14 +147,54 @@ std::shared_ptr<SqliteFile> SqliteFile::create(const std::string& path) {
 }
 
 SqliteFile::~SqliteFile() {
+    // Closing would roll an open group back: what the run wrote is kept.
+    if (groupOpen_) {
+        try {
+            commitGroup();
+        } catch (const VbError&) {
+            // Nothing more can be done for the file while it closes.
+        }
+    }
+    statements_.clear();
     sqlite3_close_v2(db_);
 }
 
+void SqliteFile::Finalizer::operator()(sqlite3_stmt* s) const {
+    sqlite3_finalize(s);
+}
+
+class SqliteFile::Lease {
+  public:
+    explicit Lease(sqlite3_stmt* s) : s_(s) {}
+    ~Lease() {
+        sqlite3_reset(s_);
+        sqlite3_clear_bindings(s_);
+    }
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
+    sqlite3_stmt* get() const { return s_; }
+
+  private:
+    sqlite3_stmt* s_;
+};
+
+SqliteFile::Lease SqliteFile::cached(const std::string& sql) {
+    auto it = statements_.find(sql);
+    if (it == statements_.end()) {
+        if (statements_.size() >= KeptStatements) statements_.clear();
+        it = statements_.emplace(sql, prepare(sql)).first;
+    }
+    return Lease(it->second.get());
+}
+
 void SqliteFile::fail(int fallbackNumber) {
-    const int code = sqlite3_errcode(db_);
+    throwFor(sqlite3_errcode(db_), sqlite3_errmsg(db_), fallbackNumber);
+}
+
+void SqliteFile::throwFor(int code, const std::string& message, int fallbackNumber) {
     if (isLockCode(code)) throw VbError(vberr::RecordLocked);
     if (code == SQLITE_READONLY) throw VbError(vberr::DatabaseReadOnly);
-    throw VbError(fallbackNumber, sqlite3_errmsg(db_));
+    throw VbError(fallbackNumber, message);
 }
 
 sqlite3_stmt* SqliteFile::prepare(const std::string& sql) {
@@ -266,7 +305,7 @@ void SqliteFile::readRow(const std::string& table, const std::vector<std::string
     for (std::size_t i = 0; i < columns.size(); ++i)
         sql += (i ? "," : "") + quoteName(columns[i]);
     sql += " FROM " + quoteName(table) + " WHERE rowid=?";
-    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
+    Lease s = cached(sql);
     sqlite3_bind_int64(s.get(), 1, rowid);
     if (sqlite3_step(s.get()) == SQLITE_ROW) row(s.get());
 }
@@ -326,21 +365,18 @@ std::string_view SqliteFile::columnText(sqlite3_stmt* stmt, int index) {
 
 std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std::string>& columns,
                                 const std::vector<StoredValue>& values) {
-    std::string sql;
-    if (columns.empty()) {
-        sql = "INSERT INTO " + quoteName(table) + " DEFAULT VALUES";
-    } else {
-        std::string names, marks;
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            names += (i ? "," : "") + quoteName(columns[i]);
-            marks += (i ? ",?" : "?");
-        }
-        sql = "INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")";
+    // The key goes first, Null so that the file gives it; a group made again after a
+    // rollback gives each row the key it had.
+    std::string names = "rowid", marks = "?";
+    for (const auto& column : columns) {
+        names += "," + quoteName(column);
+        marks += ",?";
     }
-    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
-    for (std::size_t i = 0; i < values.size(); ++i)
-        bind(s.get(), static_cast<int>(i) + 1, values[i]);
-    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+    std::vector<StoredValue> all;
+    all.reserve(values.size() + 1);
+    all.emplace_back();
+    all.insert(all.end(), values.begin(), values.end());
+    write("INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")", all);
     return sqlite3_last_insert_rowid(db_);
 }
 
@@ -352,16 +388,80 @@ void SqliteFile::update(const std::string& table, std::int64_t rowid,
     for (std::size_t i = 0; i < columns.size(); ++i)
         sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
     sql += " WHERE rowid=?";
-    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
-    for (std::size_t i = 0; i < values.size(); ++i)
-        bind(s.get(), static_cast<int>(i) + 1, values[i]);
-    sqlite3_bind_int64(s.get(), static_cast<int>(values.size()) + 1, rowid);
-    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+    std::vector<StoredValue> all = values;
+    all.emplace_back();
+    all.back().type = StoredValue::Type::Integer;
+    all.back().i = rowid;
+    write(sql, all);
 }
 
 void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
-    std::unique_ptr<sqlite3_stmt, Finalizer> s(
-        prepare("DELETE FROM " + quoteName(table) + " WHERE rowid=?"));
-    sqlite3_bind_int64(s.get(), 1, rowid);
-    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+    std::vector<StoredValue> key(1);
+    key[0].type = StoredValue::Type::Integer;
+    key[0].i = rowid;
+    write("DELETE FROM " + quoteName(table) + " WHERE rowid=?", key);
+}
+
+void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values) {
+    if (groupDepth_ > 0 && !groupOpen_) {
+        // Taking the write lock at the start, a busy file fails here, before any row.
+        if (sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
+            fail(StoreFailure);
+        groupOpen_ = true;
+        groupStarted_ = std::chrono::steady_clock::now();
+    }
+    {
+        Lease s = cached(sql);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            bind(s.get(), static_cast<int>(i) + 1, values[i]);
+        if (sqlite3_step(s.get()) != SQLITE_DONE) {
+            const int code = sqlite3_errcode(db_);
+            const std::string message = sqlite3_errmsg(db_);
+            if (groupOpen_ && sqlite3_get_autocommit(db_)) replayGroup();
+            throwFor(code, message, StoreFailure);
+        }
+    }
+    if (!groupOpen_) return;
+    groupWrites_.push_back({sql, values});
+    // An added row is made again with the key it was given.
+    if (sql.rfind("INSERT", 0) == 0) {
+        StoredValue& key = groupWrites_.back().values.front();
+        key.type = StoredValue::Type::Integer;
+        key.i = sqlite3_last_insert_rowid(db_);
+    }
+    if (static_cast<int>(groupWrites_.size()) >= GroupRows ||
+        std::chrono::steady_clock::now() - groupStarted_ >= GroupSpan)
+        commitGroup();
+}
+
+void SqliteFile::beginGroup() {
+    ++groupDepth_;
+}
+
+void SqliteFile::endGroup() {
+    if (groupDepth_ == 0) return;
+    if (--groupDepth_ == 0 && groupOpen_ && !commitGroup()) fail(StoreFailure);
+}
+
+bool SqliteFile::commitGroup() {
+    if (sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        // Still open (another program reads a file without WAL): tried again later.
+        if (!sqlite3_get_autocommit(db_)) return false;
+        replayGroup();
+    }
+    groupOpen_ = false;
+    groupWrites_.clear();
+    return true;
+}
+
+void SqliteFile::replayGroup() {
+    std::vector<Written> writes = std::move(groupWrites_);
+    groupWrites_.clear();
+    groupOpen_ = false;
+    for (const auto& written : writes) {
+        Lease s = cached(written.sql);
+        for (std::size_t i = 0; i < written.values.size(); ++i)
+            bind(s.get(), static_cast<int>(i) + 1, written.values[i]);
+        if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+    }
 }

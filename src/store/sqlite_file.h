@@ -1,9 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "base/variant.h"
@@ -76,21 +78,56 @@ class SqliteFile {
     static double columnReal(sqlite3_stmt* stmt, int index);
     static std::string_view columnText(sqlite3_stmt* stmt, int index);
 
-    // Writes through: each call is its own durable change.
+    // Writes through: each call is its own durable change, or, inside a group of writes,
+    // part of the group's next commit.
     std::int64_t insert(const std::string& table, const std::vector<std::string>& columns,
                         const std::vector<StoredValue>& values);
     void update(const std::string& table, std::int64_t rowid,
                 const std::vector<std::string>& columns, const std::vector<StoredValue>& values);
     void remove(const std::string& table, std::int64_t rowid);
 
+    // A long run of writes (an import) is committed a group at a time: every GroupSpan of
+    // writing or GroupRows writes, whichever comes first, and at endGroup. The file thus
+    // always holds the writes of the run up to some point, and at most one group is lost
+    // when the process is killed. Groups nest; the outermost end commits. Closing the file
+    // commits an open group too.
+    static constexpr std::chrono::milliseconds GroupSpan{100};
+    static constexpr int GroupRows = 2000;
+    void beginGroup();
+    void endGroup();
+
   private:
     SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
     bool isCatalogue();
     sqlite3_stmt* prepare(const std::string& sql);
+    // A statement kept prepared for its text, reset and cleared when the lease ends.
+    class Lease;
+    Lease cached(const std::string& sql);
+    // Runs one write statement, inside the open group when there is one.
+    void write(const std::string& sql, const std::vector<StoredValue>& values);
+    // False when the file refused and the group is still open, to be tried again later.
+    bool commitGroup();
+    // The group's transaction was rolled back by the engine (a full disk, an I/O fault):
+    // its writes are made again one by one, so that none the program was told of is lost.
+    void replayGroup();
     [[noreturn]] void fail(int fallbackNumber);
+    [[noreturn]] static void throwFor(int code, const std::string& message, int fallbackNumber);
+
+    struct Finalizer {
+        void operator()(sqlite3_stmt* s) const;
+    };
+    struct Written {
+        std::string sql;
+        std::vector<StoredValue> values;
+    };
 
     sqlite3* db_;
     std::string path_;
+    std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Finalizer>> statements_;
+    int groupDepth_ = 0;
+    bool groupOpen_ = false;  // the group's transaction has begun
+    std::chrono::steady_clock::time_point groupStarted_;
+    std::vector<Written> groupWrites_;
 };
 
 // "[name]" as SQLite quotes a name with blanks.

@@ -1,4 +1,5 @@
-// The run of an import on a source file that is gone by the time the run reads it.
+// The run of an import on a source file that is gone by the time the run reads it, and the
+// records of a run that is left before the end of its file.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -27,6 +28,20 @@ struct ImportRun : ProgramTest {
         bool cancel = false;
         p.Wb1().BeforeNavigate2("about:blankTextFiles", cancel);
     }
+    // A file of `lines` new stock numbers, with its placements, ready to import.
+    Products& startWithLines(int lines) {
+        std::string text;
+        for (int i = 0; i < lines; ++i)
+            text += "S" + std::to_string(i) + ",Item\r\n";
+        writeFile("items.txt", text);
+        writePlacements("items.dat");
+        Products& p = start();
+        ui.openAnswer = appDir() + "items.txt";
+        ui.inputAnswer = "N - ";
+        return p;
+    }
+    // The records in the file, as another program reading it sees them.
+    std::string recordsInFile() { return cat.query("SELECT COUNT(*) FROM Products"); }
 };
 
 TEST_F(ImportRun, ASourceDeletedBeforeTheRunIsToldAndTheRunEndsOnEmptyTotals) {
@@ -66,6 +81,31 @@ TEST_F(ImportRun, TheSameSourceImportsWhileItIsThere) {
     importTextFile(p);
     EXPECT_EQ(p.bulk->TotalAdded, 2);
     EXPECT_EQ(cat.query("SELECT StockNo || ProdName FROM Products ORDER BY PID"), "A1Apple|B2Bean");
+}
+
+TEST_F(ImportRun, ACancelledRunHasEveryRecordItWroteInTheFileByTheTotalsPage) {
+    Products& p = startWithLines(5000);
+    ui.onLetEventsRun = [&] {
+        if (p.bulk->TotalChecked == 3000) p.bulk->CancelFlag = true;
+    };
+    std::string atTotals;
+    ui.onWait = [&] {
+        atTotals = recordsInFile();
+        p.ContinueFlag = true;
+    };
+    importTextFile(p);
+    EXPECT_EQ(p.bulk->TotalAdded, 3000);
+    EXPECT_EQ(atTotals, "3000");
+}
+
+TEST_F(ImportRun, TheProgramEndedInTheMiddleOfARunLeavesEveryRecordItWroteInTheFile) {
+    Products& p = startWithLines(5000);
+    ui.onLetEventsRun = [&] {
+        if (p.bulk->TotalChecked == 3000) Runtime::Current().End();
+    };
+    EXPECT_THROW(importTextFile(p), ProgramEnded);
+    EXPECT_EQ(p.bulk->TotalAdded, 3000);
+    EXPECT_EQ(recordsInFile(), "3000");
 }
 
 }  // namespace

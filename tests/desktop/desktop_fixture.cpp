@@ -157,6 +157,22 @@ void DesktopFixture::clickInPane(QPoint at) {
     QTest::mouseClick(surface, Qt::LeftButton, {}, at);
 }
 
+bool DesktopFixture::clickInPage(const QString& selector) {
+    const QRect box = pageBox("(() => { const e = document.querySelector(\"" + selector +
+                              "\"); if (!e) return []; const b = e.getBoundingClientRect();"
+                              " return [b.x, b.y, b.width, b.height]; })()");
+    if (box.isEmpty()) return false;
+    clickInPane(box.center());
+    return true;
+}
+
+bool DesktopFixture::showsLink(const QString& href) {
+    return !pane().busy() &&
+           script(QString("Array.from(document.links).some(a => a.getAttribute('href') === '%1')")
+                      .arg(href))
+               .toBool();
+}
+
 int main(int argc, char** argv) {
     // Build machines seldom offer the user namespaces the renderer's sandbox needs.
     if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DISABLE_SANDBOX"))

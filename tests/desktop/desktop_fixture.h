@@ -51,11 +51,13 @@ class DesktopFixture : public ::testing::Test {
     // The main form's status line.
     QString status();
 
+  public:
     // Runs the event loop until done() holds, at most timeout milliseconds; false when it did
     // not. The loop waits on the events themselves (a page's load, a window's paint), never
     // sleeping between looks, so the pane's renderer is answered at once.
     static bool waitFor(const std::function<bool()>& done, int timeout = Patience);
 
+  protected:
     // The page the pane shows now, once it has finished loading.
     QString shownHtml();
     QVariant script(const QString& code);
@@ -65,6 +67,10 @@ class DesktopFixture : public ::testing::Test {
     QRect pageBox(const QString& code);
     // A real click of the mouse at a point of the pane's page.
     void clickInPane(QPoint at);
+    // A real click of the mouse on the element of the page that the selector names.
+    bool clickInPage(const QString& selector);
+    // Whether the page, loaded, holds a link to the address as written.
+    bool showsLink(const QString& href);
 
     QTemporaryDir folder_, settings_;
     std::unique_ptr<desktop::DesktopProgram> program_;

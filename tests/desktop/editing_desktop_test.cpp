@@ -99,16 +99,6 @@ class EditingDesktopTest : public DesktopFixture {
         return typeInto("txtSrch", -1, stockNo) && click("cmdSearch");
     }
 
-    // A real click of the mouse on the element of the page that the selector names.
-    bool clickInPage(const QString& selector) {
-        const QRect box = pageBox("(() => { const e = document.querySelector(\"" + selector +
-                                  "\"); if (!e) return []; const b = e.getBoundingClientRect();"
-                                  " return [b.x, b.y, b.width, b.height]; })()");
-        if (box.isEmpty()) return false;
-        clickInPane(box.center());
-        return true;
-    }
-
     QTimer dialogWatch_;
     QStringList dialogs_;
 };

@@ -1,41 +1,29 @@
 // A supplier's price list imported in the real window with the mouse and the keys: Bulk Add,
 // the build menu's text file link, the question boxes, the open dialog, the line the data
 // starts at, three items dragged onto the board (photographed with one still to place),
-// Done, the note and the totals page; then the new products are there to browse.
-#include <QAbstractButton>
+// Done, the note and the totals page; then the new products are there to browse. And the
+// same road from an Access file, its table clicked in the list of its tables.
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFileDialog>
-#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QTest>
-#include <QTimer>
-#include <cstdio>
-#include <cstdlib>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <string>
 
+#include "access_sample.h"
 #include "build/bulk.h"
 #include "desktop_fixture.h"
+#include "store/sqlite_file.h"
+#include "user_steps.h"
 
 namespace {
 
 const std::string Title = "Catalogue Import Desktop Test";
-
-// One thing the user does once the screen asks for it, again and again while it has not
-// taken, when the step says how to tell.
-struct Step {
-    std::string what;
-    std::function<bool()> ready;
-    std::function<void()> act;
-    std::function<bool()> taken = [] { return true; };
-};
 
 class ImportDesktopTest : public DesktopFixture {
   protected:
@@ -47,49 +35,7 @@ class ImportDesktopTest : public DesktopFixture {
         return DesktopFixture::widget(form(), name, index);
     }
 
-    // The modal box or dialog now waiting for the user, if it is of kind T.
-    template <class T>
-    static T* waiting() {
-        return qobject_cast<T*>(QApplication::activeModalWidget());
-    }
-    static bool asks(const QString& start) {
-        auto* box = waiting<QMessageBox>();
-        if (box && box->text().startsWith(start)) return true;
-        auto* input = waiting<QInputDialog>();
-        return input && input->labelText().startsWith(start);
-    }
-    static void press(QMessageBox* box, QMessageBox::StandardButton which) {
-        QTest::mouseClick(box->button(which), Qt::LeftButton);
-    }
-    // Types over the input box's text and clicks OK.
-    static void typeAndOk(QInputDialog* input, const QString& text) {
-        auto* line = input->findChild<QLineEdit*>();
-        if (!text.isNull()) {
-            line->selectAll();
-            QTest::keyClicks(line, text);
-        }
-        for (auto* b : input->findChildren<QAbstractButton*>())
-            if (b->text().remove('&') == "OK") QTest::mouseClick(b, Qt::LeftButton);
-    }
-
-    // A real click of the mouse on the pane's link to a word.
-    bool clickLink(const QString& word) {
-        const QRect link =
-            pageBox(QString("(() => { for (const a of document.links)"
-                            " if (a.getAttribute('href') === '%1') {"
-                            " const b = a.getBoundingClientRect();"
-                            " return [b.x, b.y, b.width, b.height]; } return []; })()")
-                        .arg(word));
-        if (link.isEmpty()) return false;
-        clickInPane(link.center());
-        return true;
-    }
-    bool showsLink(const QString& word) {
-        return !pane().busy() && script(QString("Array.from(document.links).some(a =>"
-                                                " a.getAttribute('href') === '%1')")
-                                            .arg(word))
-                                     .toBool();
-    }
+    bool clickLink(const QString& word) { return clickInPage("a[href='" + word + "']"); }
 
     // The user presses the left button on a box of the board, moves the mouse in a few steps
     // to the middle of another box and lets go there.
@@ -101,41 +47,46 @@ class ImportDesktopTest : public DesktopFixture {
             QTest::mouseMove(from, start + (end - start) * step / 4);
         QTest::mouseRelease(from, Qt::LeftButton, {}, end);
     }
+    // Dragging source item `source` onto box `target`, as a step's action.
+    std::function<void()> dragged(int source, int target) {
+        return [this, source, target] {
+            dragWithMouse(widget("Label2", source), widget("Label1", target));
+        };
+    }
+    // The open dialog: the user types the file's path into its name box and presses Enter.
+    // The dialog fills its name box as it opens; the user types once it has. `filters`
+    // takes the dialog's filters.
+    static void openDialog(UserSteps& user, const std::string& path,
+                           QStringList* filters = nullptr) {
+        using Dialog = QFileDialog;
+        user.then(
+            "the open dialog", [] { return UserSteps::waiting<Dialog>() != nullptr; },
+            [path, filters] {
+                if (filters) *filters = UserSteps::waiting<Dialog>()->nameFilters();
+                auto* name = UserSteps::waiting<Dialog>()->findChild<QLineEdit*>("fileNameEdit");
+                if (name->text() == QString::fromStdString(path)) {
+                    QTest::keyClick(name, Qt::Key_Return);
+                    return;
+                }
+                name->selectAll();
+                QTest::keyClicks(name, QString::fromStdString(path));
+            },
+            [] { return UserSteps::waiting<Dialog>() == nullptr; });
+    }
+    // The program started on its sample shop, the item in the pane, and Bulk Add clicked:
+    // the build menu in the pane. `before` takes the number of products.
+    void startOnTheBuildMenu(int& before) {
+        start();
+        ASSERT_TRUE(started_);
+        before = count();
+        ASSERT_GT(before, 0) << status().toStdString();
+        ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+        QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
+        ASSERT_TRUE(paneShows("Make Selection below"));
+    }
     bool boardShows() {
         QWidget* board = widget("Frame11");
         return board && board->isVisible() && !QApplication::activeModalWidget();
-    }
-
-    // Plays the steps, each once it is ready, from a timer: the program waits for the user
-    // inside the link's event, so the user acts from within that wait. Returns the steps
-    // not taken.
-    std::deque<Step> play(std::deque<Step> steps, const std::function<void()>& begin) {
-        bool acting = false;
-        QElapsedTimer clock;
-        clock.start();
-        QTimer user;
-        QObject::connect(&user, &QTimer::timeout, [&] {
-            // The program waits inside the click that began it all, out of this test's
-            // reach: a step that never comes can only end the test program.
-            if (!steps.empty() && clock.elapsed() > 4 * Patience) {
-                std::fprintf(stderr, "The user was still waiting for %s\n",
-                             steps.front().what.c_str());
-                std::_Exit(1);
-            }
-            if (acting || steps.empty() || !steps.front().ready()) return;
-            acting = true;
-            steps.front().act();
-            if (steps.front().taken()) steps.pop_front();
-            acting = false;
-        });
-        user.start(50);
-        begin();
-        waitFor([&] { return steps.empty(); }, 4 * Patience);
-        user.stop();
-        // A box that a failed step left open is closed, so that no failure hangs the test.
-        while (QWidget* w = QApplication::activeModalWidget())
-            w->close();
-        return steps;
     }
 
     int count() {
@@ -151,60 +102,32 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
     std::ofstream(list, std::ios::binary) << "SP-100,Garden Trowel,4.95\r\n"
                                              "SP-101,Watering Can,12.50\r\n"
                                              "SP-102,Seed Tray,2.25\r\n";
-    start();
-    ASSERT_TRUE(started_);
-    const int before = count();
-    ASSERT_GT(before, 0) << status().toStdString();
-    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+    int before = 0;
+    ASSERT_NO_FATAL_FAILURE(startOnTheBuildMenu(before));
 
-    QTest::mouseClick(widget("cmdAddAll"), Qt::LeftButton);
-    ASSERT_TRUE(paneShows("Make Selection below"));
-
-    const auto dragged = [this](int source, int target) {
-        return [this, source, target] {
-            dragWithMouse(widget("Label2", source), widget("Label1", target));
-        };
-    };
-    QString boardPicture;
-    std::deque<Step> steps{
-        {"the add or edit question", [] { return asks("To EDIT The Existing Items ONLY"); },
-         [] { press(waiting<QMessageBox>(), QMessageBox::No); }},
-        // The dialog fills its name box as it opens; the user types once it has.
-        {"the open dialog", [] { return waiting<QFileDialog>() != nullptr; },
-         [&] {
-             auto* name = waiting<QFileDialog>()->findChild<QLineEdit*>("fileNameEdit");
-             if (name->text() == QString::fromStdString(list)) {
-                 QTest::keyClick(name, Qt::Key_Return);
-                 return;
-             }
-             name->selectAll();
-             QTest::keyClicks(name, QString::fromStdString(list));
-         },
-         [] { return waiting<QFileDialog>() == nullptr; }},
-        {"the head of the file", [&] { return showsLink("GF-1"); },
-         [&] { EXPECT_TRUE(clickLink("GF-1")); }},
-        {"the separator offered", [] { return asks("This File appears To Use"); },
-         [] { press(waiting<QMessageBox>(), QMessageBox::Yes); }},
-        {"the added slots", [] { return asks("The Data Shows There Are 3 Items"); },
-         [] { typeAndOk(waiting<QInputDialog>(), "0"); }},
-        {"stock number", [&] { return boardShows(); }, dragged(0, 2)},
-        {"name", [&] { return boardShows(); }, dragged(1, 3)},
-        {"the board's picture", [&] { return boardShows(); },
-         [&] {
-             boardPicture = QString(BOARD_SCREENSHOT);
-             EXPECT_TRUE(window(form()).window()->grab().save(boardPicture));
-         }},
-        {"retail", [&] { return boardShows(); }, dragged(2, 12)},
-        {"Done", [&] { return boardShows(); },
-         [&] { QTest::mouseClick(widget("Command24"), Qt::LeftButton); }},
-        {"the note", [] { return asks("Would You Like To Put A Note For This?"); },
-         [] { typeAndOk(waiting<QInputDialog>(), QString()); }},
-        {"the totals page", [&] { return showsLink("CONTINUE"); },
-         [&] { EXPECT_TRUE(clickLink("CONTINUE")); }},
-    };
-    const std::deque<Step> left =
-        play(std::move(steps), [&] { ASSERT_TRUE(clickLink("TextFiles")); });
-    ASSERT_TRUE(left.empty()) << "the user was still waiting for " << left.front().what;
+    UserSteps user(4 * Patience);
+    user.answerBox("To EDIT The Existing Items ONLY", QMessageBox::No);
+    openDialog(user, list);
+    user.then(
+        "the head of the file", [&] { return showsLink("GF-1"); },
+        [&] { EXPECT_TRUE(clickLink("GF-1")); });
+    user.answerBox("This File appears To Use", QMessageBox::Yes);
+    user.answerInput("The Data Shows There Are 3 Items", "0");
+    const auto onBoard = [&] { return boardShows(); };
+    user.then("stock number", onBoard, dragged(0, 2));
+    user.then("name", onBoard, dragged(1, 3));
+    user.then("the board's picture", onBoard, [&] {
+        EXPECT_TRUE(window(form()).window()->grab().save(QString(BOARD_SCREENSHOT)));
+    });
+    user.then("retail", onBoard, dragged(2, 12));
+    user.then("Done", onBoard, [&] { QTest::mouseClick(widget("Command24"), Qt::LeftButton); });
+    user.answerInput("Would You Like To Put A Note For This?", "");
+    user.then(
+        "the totals page", [&] { return showsLink("CONTINUE"); },
+        [&] { EXPECT_TRUE(clickLink("CONTINUE")); });
+    ASSERT_TRUE(clickLink("TextFiles"));
+    ASSERT_TRUE(user.finished(4 * Patience)) << "the user was still waiting for " << user.next();
+    EXPECT_TRUE(user.unexpected.isEmpty()) << user.unexpected.join("\n").toStdString();
 
     EXPECT_EQ(form().bulk->TotalAdded, 3);
     // The main form is reset and refreshed and counts the three new products.
@@ -219,6 +142,41 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
     QTest::mouseClick(widget("cmdSearch"), Qt::LeftButton);
     ASSERT_TRUE(waitFor([&] { return stockNo() == "SP-101"; }));
     EXPECT_TRUE(paneShows("Watering Can"));
+}
+
+TEST_F(ImportDesktopTest, FieldsOfAnAccessTableDraggedOntoTheBoardBringInItsRows) {
+    const std::string source = appDir() + "users.mdb";
+    std::filesystem::copy_file(accessSample(), source);
+    int before = 0;
+    ASSERT_NO_FATAL_FAILURE(startOnTheBuildMenu(before));
+
+    QStringList filters;
+    UserSteps user(4 * Patience);
+    user.answerBox("To EDIT The Existing Items ONLY", QMessageBox::No);
+    openDialog(user, source, &filters);
+    user.then(
+        "the list of tables", [&] { return showsLink("GF-9"); },
+        [&] { EXPECT_TRUE(clickLink("GF-9")); });
+    const auto onBoard = [&] { return boardShows(); };
+    user.then("stock number", onBoard, dragged(0, 2));
+    user.then("name", onBoard, dragged(1, 3));
+    user.then("the birthday as the description", onBoard, dragged(3, 4));
+    user.then("married as on special", onBoard, dragged(4, 19));
+    user.then("Done", onBoard, [&] { QTest::mouseClick(widget("Command24"), Qt::LeftButton); });
+    user.then(
+        "the totals page", [&] { return showsLink("CONTINUE"); },
+        [&] { EXPECT_TRUE(clickLink("CONTINUE")); });
+    ASSERT_TRUE(clickLink("DBFiles"));
+    ASSERT_TRUE(user.finished(4 * Patience)) << "the user was still waiting for " << user.next();
+
+    EXPECT_EQ(filters, QStringList{"Access DataBases (*.mdb *.mde)"});
+    EXPECT_EQ(form().bulk->TotalAdded, 3);
+    ASSERT_TRUE(waitFor([&] { return count() == before + 3; })) << status().toStdString();
+    auto catalogue = SqliteFile::open(appDir() + "tandrel2004.mde");
+    EXPECT_EQ(catalogue->firstColumnJoined("SELECT ProdName || ' ' || ProdDesc || ' ' || "
+                                           "OnSpecial FROM Products WHERE StockNo IN "
+                                           "('1', '2', '3') ORDER BY PID"),
+              "Nuintun 1/25/1989 -1|Angela 12/18/1988 0|\u5f20\u4e09 12/18/1986 -1");
 }
 
 }  // namespace

@@ -22,104 +22,39 @@
 #include "desktop_fixture.h"
 #include "records/store.h"
 #include "shell/module.h"
+#include "user_steps.h"
 
 namespace {
 
 const std::string Title = "Catalogue Stock Desktop Test";
 
-// What the user does when a dialog or a window asks for it, in order.
-struct Step {
-    std::string what;
-    std::function<bool()> ready;
-    std::function<void()> act;
-};
-
 class StockDesktopTest : public DesktopFixture {
   protected:
     StockDesktopTest() : DesktopFixture(Title, Folder::ProgramCopy, Tip::Left) {
         setting("Options", "Show Tips at Startup", "0");
-        // The steps run from the event loop, so that they also run inside the program's
-        // own waits and dialogs. A dialog that no step expects is noted and closed.
-        QObject::connect(&stepper_, &QTimer::timeout, [this] { tick(); });
-        stepper_.start(50);
-    }
-    ~StockDesktopTest() override { stepper_.stop(); }
-
-    static QWidget* shownDialog() {
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if ((qobject_cast<QMessageBox*>(w) || qobject_cast<QInputDialog*>(w)) && w->isVisible())
-                return w;
-        return nullptr;
-    }
-    static QString promptOf(QWidget* dialog) {
-        if (auto* box = qobject_cast<QMessageBox*>(dialog)) return box->text();
-        if (auto* input = qobject_cast<QInputDialog*>(dialog)) return input->labelText();
-        return {};
     }
 
-    void tick() {
-        if (!steps_.empty() && steps_.front().ready()) {
-            stuck_ = 0;
-            Step step = steps_.front();
-            steps_.pop_front();
-            done_.push_back(step.what);
-            step.act();  // may open a dialog that a later tick answers
-            return;
-        }
-        QWidget* dialog = shownDialog();
-        if (!dialog || ++stuck_ < 60) return;
-        stuck_ = 0;
-        unexpected_ << promptOf(dialog);
-        dialog->close();
-    }
-
-    // An input box whose prompt begins with `prompt`: the user types the answer and presses
-    // Enter. An empty answer keeps what the box offers.
-    void answerInput(const QString& prompt, const QString& answer) {
-        steps_.push_back({"input " + prompt.toStdString(),
-                          [prompt] {
-                              auto* d = qobject_cast<QInputDialog*>(shownDialog());
-                              return d && d->labelText().startsWith(prompt);
-                          },
-                          [answer] {
-                              auto* d = qobject_cast<QInputDialog*>(shownDialog());
-                              auto* line = d->findChild<QLineEdit*>();
-                              if (!answer.isEmpty()) {
-                                  line->selectAll();
-                                  QTest::keyClicks(line, answer);
-                              }
-                              QTest::keyClick(line, Qt::Key_Return);
-                          }});
-    }
-    // A message box whose prompt begins with `prompt`: the user clicks the button.
-    void answerBox(const QString& prompt, QMessageBox::StandardButton button) {
-        steps_.push_back({"box " + prompt.toStdString(),
-                          [prompt] {
-                              auto* b = qobject_cast<QMessageBox*>(shownDialog());
-                              return b && b->text().startsWith(prompt);
-                          },
-                          [button] {
-                              auto* b = qobject_cast<QMessageBox*>(shownDialog());
-                              QTest::mouseClick(b->button(button), Qt::LeftButton);
-                          }});
-    }
     // Once the form's control shows, the user clicks it.
     void clickWhenShown(const std::string& formName, const std::string& control) {
-        steps_.push_back({"click " + formName + "." + control,
-                          [this, formName, control] {
-                              Form* f = program_->runtime().Loaded(formName);
-                              QWidget* w = f ? widget(*f, control) : nullptr;
-                              return reachable(w) && !shownDialog();
-                          },
-                          [this, formName, control] {
-                              QTest::mouseClick(
-                                  widget(*program_->runtime().Loaded(formName), control),
+        user_.then(
+            "click " + formName + "." + control,
+            [this, formName, control] {
+                Form* f = program_->runtime().Loaded(formName);
+                QWidget* w = f ? widget(*f, control) : nullptr;
+                return reachable(w) && !UserSteps::shownDialog();
+            },
+            [this, formName, control] {
+                QTest::mouseClick(widget(*program_->runtime().Loaded(formName), control),
                                   Qt::LeftButton);
-                          }});
+            });
     }
-    bool stepsDone() {
-        return waitFor([&] { return steps_.empty() && !shownDialog(); }, Patience);
+    void answerInput(const QString& prompt, const QString& answer) {
+        user_.answerInput(prompt, answer);
     }
+    void answerBox(const QString& prompt, QMessageBox::StandardButton button) {
+        user_.answerBox(prompt, button);
+    }
+    bool stepsDone() { return user_.finished(Patience); }
 
     static bool reachable(const QWidget* w) { return w && w->isVisible() && w->isEnabled(); }
     Form& shown(const std::string& name) {
@@ -189,11 +124,7 @@ class StockDesktopTest : public DesktopFixture {
                       stockNo + "'");
     }
 
-    QTimer stepper_;
-    std::deque<Step> steps_;
-    std::vector<std::string> done_;
-    QStringList unexpected_;
-    int stuck_ = 0;
+    UserSteps user_{4 * Patience};
 };
 
 TEST_F(StockDesktopTest, AnItemOrderedReceivedAndSoldShowsItsCountersOnTheMainForm) {
@@ -215,7 +146,7 @@ TEST_F(StockDesktopTest, AnItemOrderedReceivedAndSoldShowsItsCountersOnTheMainFo
     answerInput("What Shipping Method For This Order?", "1");
     clickWhenShown("frmOrders", "cmdUpdate");
     ASSERT_TRUE(click(form(), "Command1"));
-    ASSERT_TRUE(stepsDone()) << steps_.front().what;
+    ASSERT_TRUE(stepsDone()) << user_.next();
     EXPECT_EQ(program_->runtime().Loaded("frmOrders"), nullptr);
     EXPECT_EQ(shownText(form(), 13).toInt(), onOrder + 2);
     EXPECT_EQ(storedCounters(item), std::to_string(onOrder + 2) + " " + std::to_string(inventory) +
@@ -239,7 +170,7 @@ TEST_F(StockDesktopTest, AnItemOrderedReceivedAndSoldShowsItsCountersOnTheMainFo
     answerBox("Receive ALL Items For This Invoice: D100", QMessageBox::Yes);
     answerInput("Enter Date Received Below.", "");
     ASSERT_TRUE(click(orders, "Command2"));
-    ASSERT_TRUE(stepsDone()) << steps_.front().what;
+    ASSERT_TRUE(stepsDone()) << user_.next();
     EXPECT_EQ(storedCounters(item), std::to_string(onOrder) + " " + std::to_string(inventory + 2) +
                                         " " + std::to_string(sold));
     ASSERT_TRUE(click(orders, "cmdClose"));
@@ -251,7 +182,7 @@ TEST_F(StockDesktopTest, AnItemOrderedReceivedAndSoldShowsItsCountersOnTheMainFo
     EXPECT_EQ(shownText(stock, 5).toInt(), before + 2);
     answerInput("Enter How Many You Sold Below", "1");
     ASSERT_TRUE(click(stock, "cmdSales"));
-    ASSERT_TRUE(stepsDone()) << steps_.front().what;
+    ASSERT_TRUE(stepsDone()) << user_.next();
     EXPECT_EQ(shownText(stock, 5).toInt(), before + 1);
     EXPECT_EQ(std::stoi(stored(inHand)), before + 1);
     ASSERT_TRUE(waitFor([&] { return reachable(widget(shown("frmSales"), "cmdUpdate")); }));
@@ -273,7 +204,7 @@ TEST_F(StockDesktopTest, AnItemOrderedReceivedAndSoldShowsItsCountersOnTheMainFo
     EXPECT_EQ(shownText(form(), 11).toInt(), sold + 1);
     EXPECT_EQ(storedCounters(item), std::to_string(onOrder) + " " + std::to_string(inventory + 1) +
                                         " " + std::to_string(sold + 1));
-    EXPECT_TRUE(unexpected_.isEmpty()) << unexpected_.join("\n").toStdString();
+    EXPECT_TRUE(user_.unexpected.isEmpty()) << user_.unexpected.join("\n").toStdString();
 }
 
 // --- The stock forms over the main form ----------------------------------------------------
@@ -335,7 +266,7 @@ TEST_F(StockDesktopTest, EachStockFormOpensOverTheMainFormLaidOutCleanly) {
         ASSERT_TRUE(click(f, "cmdClose")) << name;
         ASSERT_TRUE(waitFor([&] { return !program_->runtime().Loaded(name); })) << name;
     }
-    EXPECT_TRUE(unexpected_.isEmpty()) << unexpected_.join("\n").toStdString();
+    EXPECT_TRUE(user_.unexpected.isEmpty()) << user_.unexpected.join("\n").toStdString();
 }
 
 }  // namespace

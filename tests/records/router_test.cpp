@@ -97,6 +97,12 @@ TEST_F(Router, DeleteAndCancelAnswerTheBulkDelete) {
 
 TEST_F(Router, FolderArrivesAsAboutBlankFolderAndIsMatchedInAnyCase) {
     startWithItems();
+    // Adding a folder asks for one, is refused, and waits on its totals page.
+    int runs = 0;
+    ui.onWait = [&] {
+        ++runs;
+        link("CONTINUE");
+    };
     link("Folder");
     EXPECT_EQ(location(), appDir() + "page.htm");
     link("fOLDER");
@@ -104,6 +110,7 @@ TEST_F(Router, FolderArrivesAsAboutBlankFolderAndIsMatchedInAnyCase) {
     // A word the router does not know is a real navigation.
     link("Folders");
     EXPECT_EQ(location(), appDir() + "page.htm");
+    EXPECT_EQ(runs, 3);
     link("Foldr");
     EXPECT_EQ(location(), "about:blankFoldr");
 }
@@ -131,22 +138,30 @@ TEST_F(Router, TextFilesClearsEditPlacementsAndKeepsTheImportKind) {
 TEST_F(Router, DbFilesSetsTheDatabaseImportKind) {
     Products& p = startWithItems();
     p.EditPlacements = true;
-    ui.boxes.clear();
+    int kindWhileWaiting = 0;
+    // The import asks for a database, is refused one, and waits on its totals page.
+    ui.onWait = [&] {
+        kindWhileWaiting = p.ImportKind;
+        link("CONTINUE");
+    };
     link("DBFiles");
     EXPECT_FALSE(p.EditPlacements);
-    EXPECT_EQ(location(), appDir() + "page.htm");
-    EXPECT_TRUE(ui.boxes.empty());
-    // Until the database import is built its run ends at once, as a run ends: a text
-    // import after it goes ahead and asks its first question.
+    EXPECT_EQ(kindWhileWaiting, 7);
+    // The run's ending sets the kind back, so that a text import after it is one.
     EXPECT_EQ(p.ImportKind, 0);
-    ui.onWait = [&] { link("CONTINUE"); };
-    link("TextFiles");
-    EXPECT_FALSE(ui.boxes.empty());
+    EXPECT_EQ(location(), appDir() + "page.htm");
 }
 
 TEST_F(Router, ChangePicPathIsCaught) {
     Products& p = startWithItems();
+    // The change asks where from, is refused a folder, and waits on "Click Here To Continue".
+    int waits = 0;
+    ui.onWait = [&] {
+        ++waits;
+        link("CONTINUE");
+    };
     link("ChangePicPath");
+    EXPECT_EQ(waits, 1);
     EXPECT_EQ(location(), appDir() + "page.htm");
     EXPECT_FALSE(p.ContinueFlag);
 }

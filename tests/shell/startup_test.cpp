@@ -159,7 +159,7 @@ TEST_F(Startup, LoadFillsTheLayoutListsAndDefaults) {
     EXPECT_EQ(m.FontSizeOf[0][0], 5);
     EXPECT_EQ(m.FontNameOf[1][20], "MS Sans Serif");
     EXPECT_EQ(m.PictureDir, Variant(appDir() + "Pictures/"));
-    EXPECT_EQ(f("File1").Property("Path"), Variant(appDir() + "Pages/"));
+    EXPECT_EQ(f("File1").Property("Path"), Variant(appDir() + "Pages"));
     EXPECT_EQ(f.Data1->DatabaseName(), m.DBName);
     EXPECT_EQ(f.Data2->DatabaseName(), m.DBName);
     EXPECT_EQ(m.BoxField[1][8], 10);

@@ -1,0 +1,26 @@
+#include "build/run_steps.h"
+
+#include "base/clock.h"
+#include "base/dates.h"
+#include "forms/runtime.h"
+#include "records/pane.h"
+#include "shell/products.h"
+#include "shell/when.h"
+
+std::string noteDate() {
+    return formatDate(theClock().Date(), "MM/DD/YY");
+}
+
+void continueAndReset(Products& P, Trap& on) {
+    on([&] {
+        P.Wb1().Write(
+            "<br><p align=center><font size=3 font color=red><a href='CONTINUE'>Click Here To "
+            "Continue</a>");
+    });
+    on([&] { P.ContinueFlag = false; });
+    while (!when(on, [&] { return P.ContinueFlag; }))
+        on([&] { Runtime::Current().WaitForUser(); });
+    on([&] { P.cmdReset_Click(); });
+    on([&] { P.cmdRefresh_Click(); });
+    on([&] { P.ContinueFlag = false; });
+}
