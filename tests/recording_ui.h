@@ -72,7 +72,18 @@ struct RecordingUi : Ui {
     }
     std::map<std::string, std::unique_ptr<HeadlessPane>> panes;
     void RunDocument(const std::string&) override {}
-    void MousePointerChanged(int p) override { pointer = p; }
+    // Every change of the mouse pointer, in turn.
+    std::vector<int> pointers;
+    void MousePointerChanged(int p) override {
+        pointer = p;
+        pointers.push_back(p);
+    }
+    // The report windows shown, in turn; each also goes to its file, as without a screen.
+    std::vector<ReportWindow> reportWindows;
+    void ShowReport(const ReportWindow& report) override {
+        reportWindows.push_back(report);
+        Ui::ShowReport(report);
+    }
     // When set, runs each time the program lets events run (the user acting meanwhile).
     std::function<void()> onLetEventsRun;
     void LetEventsRun() override {

@@ -2,12 +2,16 @@
 // product with the Next button and checks that the item page was written for each. The
 // catalogue is the one of the program folder, or the file named as the one argument. A
 // catalogue it cannot open ends the run with one line on the error stream and status 2.
+// With --report it runs one report file instead (app/report_command.h).
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "app/console_ui.h"
+#include "app/report_command.h"
 #include "base/convert.h"
 #include "base/vb_error.h"
 #include "forms/runtime.h"
@@ -77,6 +81,8 @@ int cannotOpen(const std::string& path, const VbError& e) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (argc > 1 && std::string(argv[1]) == "--report")
+        return runReportCommand(std::vector<std::string>(argv + 1, argv + argc), programFolder());
     ConsoleUi ui;
     MemorySettings settings;
     // The catalogue named on the command line reaches the main form as a saved choice does.

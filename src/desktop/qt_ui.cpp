@@ -58,6 +58,7 @@ QtUi::QtUi() : host_(std::make_unique<FormHost>(*this)) {
 }
 
 QtUi::~QtUi() {
+    delete reportView_.data();
     host_.reset();
     panes_.clear();
     if (busy_) QApplication::restoreOverrideCursor();
@@ -197,6 +198,12 @@ bool QtUi::fileDialog(CommonDialog& dialog, bool save) {
     if (!filters.isEmpty())
         dialog.FilterIndex = static_cast<int>(filters.indexOf(files.selectedNameFilter())) + 1;
     return true;
+}
+
+void QtUi::ShowReport(const ReportWindow& report) {
+    // The same window for every report: a further one sets it up anew.
+    if (!reportView_) reportView_ = new ReportView();
+    reportView_->present(report);
 }
 
 bool QtUi::ShowOpen(CommonDialog& dialog) {

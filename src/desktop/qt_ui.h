@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 #include <map>
 #include <memory>
@@ -8,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/report_view.h"
 #include "forms/ui.h"
 
 class QWidget;
@@ -36,6 +38,9 @@ class QtUi : public QObject, public Ui {
     Control* PopupMenu(Form& form, const std::string& menuName) override;
     Pane& PaneFor(Form& form, const std::string& controlName) override;
     void RunDocument(const std::string& path) override;
+    void ShowReport(const ReportWindow& report) override;
+    // The report window, once a report was shown.
+    ReportView* reportView() const { return reportView_; }
     void MousePointerChanged(int pointer) override;
     void FormShown(Form& form, bool modal) override;
     void FormHidden(Form& form) override;
@@ -58,6 +63,7 @@ class QtUi : public QObject, public Ui {
     std::unique_ptr<FormHost> host_;
     std::map<std::pair<const Form*, std::string>, std::unique_ptr<WebPane>> panes_;
     QTimer heartbeat_;
+    QPointer<ReportView> reportView_;
     bool busy_ = false;
 };
 

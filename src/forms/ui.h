@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 class Form;
@@ -49,6 +50,18 @@ struct CommonDialog {
     long Color = 0;
 };
 
+// A report's window: the pages the report engine laid out, and what it needs to print them.
+struct ReportWindow {
+    std::string Title;
+    int WindowState = 0;  // 2 maximised
+    std::string Html;     // every page, each printing on a sheet of its own
+    int Pages = 0;
+    // Where a program without a screen puts the pages.
+    std::string File;
+    // Writes the report as a PDF file; a file that cannot be written is a fault.
+    std::function<void(const std::string& path)> WritePdf;
+};
+
 // What the program asks of the screen: the desktop answers with real dialogs, a scripted
 // run with the script's answers.
 class Ui {
@@ -68,6 +81,9 @@ class Ui {
     virtual Control* PopupMenu(Form& form, const std::string& menuName) = 0;
     // The HTML pane that stands in the form's control of that name (`Wb1`).
     virtual Pane& PaneFor(Form& form, const std::string& controlName) = 0;
+    // Shows a report in the report window, which a further report sets up anew. Without a
+    // screen the pages go to the report's File.
+    virtual void ShowReport(const ReportWindow& report);
     // Hands a document or program to the desktop's opener.
     virtual void RunDocument(const std::string& path) = 0;
     virtual void MousePointerChanged(int /*pointer*/) {}

@@ -13,6 +13,7 @@
 class Bulk;
 class Ordering;
 class Pane;
+class Reports;
 class WebCatalogue;
 
 // The main form: the record fields, the pane `Wb1`, the menu and every bulk tool. Its
@@ -131,6 +132,7 @@ class Products : public Form {
     std::unique_ptr<Bulk> bulk;            // build/
     std::unique_ptr<WebCatalogue> webcat;  // webcat/
     std::unique_ptr<Ordering> stock;       // stock/
+    std::unique_ptr<Reports> reports;      // reports/
 
   private:
     // The controls, one group each (shell/products_controls.cpp).

@@ -7,6 +7,7 @@
 #include "forms/placement.h"
 #include "forms/runtime.h"
 #include "records/pane.h"
+#include "reports/reports.h"
 #include "shell/products.h"
 #include "stock/ordering.h"
 #include "webcat/web_catalogue.h"
@@ -82,6 +83,7 @@ Products::Products() : Form("Products") {
     bulk = std::make_unique<Bulk>(*this);
     webcat = std::make_unique<WebCatalogue>(*this);
     stock = std::make_unique<Ordering>(*this);
+    reports = std::make_unique<Reports>(*this);
     // A change typed into a bound box goes into the row's pending edit.
     Observe([this](Form&, Control* c, std::string_view property) {
         if (c) binding.Changed(*c, property);
@@ -255,6 +257,7 @@ void Products::createMenus() {
         inside(addControl(*this, name, ControlKind::Menu, -1, {0, 0, 0, 0}, caption), parent);
     };
     menu("mnuFile", "&File");
+    menu("mnuFileOpen", "&Open Catalogue...", "mnuFile");
     menu("mnuFileExit", "E&xit", "mnuFile");
     menu("mnuData", "F&orms");
     menu("mnuDataProducts", "&Products", "mnuData");
@@ -264,6 +267,17 @@ void Products::createMenus() {
     menu("mnuDatafrmSales", "&Sales", "mnuData");
     menu("mnuDatafrmSetup", "Company Se&tup", "mnuData");
     menu("mnuDatafrmSupplier", "S&uppliers", "mnuData");
+    menu("mnuReports", "Reports");
+    menu("mnuCosts", "Cost Reports", "mnuReports");
+    for (int n = 1; n <= 5; ++n)
+        menu("mnuR" + std::to_string(n), "Cost " + std::to_string(n) + " Price List", "mnuCosts");
+    menu("mnuR6", "Retail Price List", "mnuReports");
+    menu("mnuR7", "Category Report", "mnuReports");
+    menu("mnuR8", "Inventory Report", "mnuReports");
+    menu("mnuR9", "Order Report", "mnuReports");
+    menu("mnuPG", "Page Name/Number", "mnuReports");
+    menu("mnuAll", "ALL Items Report", "mnuReports");
+    menu("mnuBrwse", "Browse For Report", "mnuReports");
     menu("mnuCustom", "&Customise");
     menu("mnuRestore", "Restore Text Boxes", "mnuCustom");
     menu("mnuRestoreLabels", "Restore Labels", "mnuCustom");

@@ -185,8 +185,9 @@ TEST_F(Wiring, TheFormVariablesOfTheDocumentsAreReadableByName) {
 TEST_F(Wiring, EveryVariableDeclaredInTheHeadersIsNamedAndReadable) {
     Products& p = start();
     // What the headers may hold besides the documents' variables: the binding of the
-    // boxes and the parts of the main form; and anything internal ends in "_".
-    const Names internal{"binding", "bulk", "webcat", "stock"};
+    // boxes, the parts of the main form and the Report control; and anything internal ends
+    // in "_".
+    const Names internal{"binding", "bulk", "webcat", "stock", "reports", "Report"};
     struct Header {
         const char* path;
         const VarTable& vars;
@@ -198,7 +199,8 @@ TEST_F(Wiring, EveryVariableDeclaredInTheHeadersIsNamedAndReadable) {
                               {"src/search/search_form.h", rt->Get("Search").Vars()},
                               {"src/stock/record_form.h", rt->Get("frmSupplier").Vars()},
                               {"src/stock/frm_orders.h", rt->Get("frmOrders").Vars()},
-                              {"src/stock/ordering.h", p.Vars()}};
+                              {"src/stock/ordering.h", p.Vars()},
+                              {"src/reports/reports.h", p.Vars()}};
     for (const Header& h : headers) {
         Declared d = declaredIn(std::string(SOURCE_DIR) + "/" + h.path);
         const std::vector<std::string> readable = h.vars.Names();

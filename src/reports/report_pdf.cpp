@@ -1,0 +1,220 @@
+#include "reports/report_pdf.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <vector>
+
+#include "base/vb_error.h"
+
+namespace {
+
+constexpr double PageWidth = 612, PageHeight = 792, Margin = 40;
+constexpr double BodySize = 8.5, Leading = 12, TitleSize = 14;
+
+// Helvetica's advance widths of the characters 32 to 126, in thousandths of the size.
+constexpr std::array<int, 95> helvetica{
+    278, 278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333,  278, 278, 556, 556, 556,
+    556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556, 1015, 667, 667, 722, 722, 667,
+    611, 778, 722, 278, 500, 667, 556, 833, 722, 778, 667, 778, 722, 667,  611, 722, 667, 944, 667,
+    667, 611, 278, 278, 278, 469, 556, 333, 556, 556, 500, 556, 556, 278,  556, 556, 222, 222, 500,
+    222, 833, 556, 556, 556, 556, 333, 500, 278, 556, 500, 722, 500, 500,  500, 334, 260, 334, 584};
+
+// UTF-8 to the fonts' one-byte encoding: Latin-1 stays, anything else is "?".
+std::string latin1(const std::string& text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        std::size_t length = c < 0x80 ? 1 : (c >> 5) == 6 ? 2 : (c >> 4) == 14 ? 3 : 4;
+        if (length == 2 && i + 1 < text.size())
+            out += static_cast<char>(((c & 0x1F) << 6) | (text[i + 1] & 0x3F));
+        else
+            out += length == 1 ? static_cast<char>(c) : '?';
+        i += length;
+    }
+    return out;
+}
+
+double widthOf(const std::string& bytes, double size, bool bold) {
+    double units = 0;
+    for (char ch : bytes) {
+        const auto c = static_cast<unsigned char>(ch);
+        units += c >= 32 && c <= 126 ? helvetica[c - 32] : 556;
+    }
+    return units * size / 1000 * (bold ? 1.06 : 1.0);
+}
+
+// A text as a PDF string.
+std::string pdfString(const std::string& utf8) {
+    std::string s = "(";
+    for (char c : latin1(utf8)) {
+        if (c == '(' || c == ')' || c == '\\') s += '\\';
+        s += c;
+    }
+    return s + ")";
+}
+
+// One page's content stream.
+class PageText {
+  public:
+    void text(double x, double y, const std::string& utf8, double size, bool bold) {
+        char place[64];
+        std::snprintf(place, sizeof place, "%.2f %.2f Td", x, y);
+        out_ += "BT /" + std::string(bold ? "F2 " : "F1 ") + number(size) + " Tf " + place + " " +
+                pdfString(utf8) + " Tj ET\n";
+    }
+    void right(double xRight, double y, const std::string& utf8, double size, bool bold) {
+        text(xRight - widthOf(latin1(utf8), size, bold), y, utf8, size, bold);
+    }
+    void rule(double x1, double x2, double y, double weight) {
+        out_ += number(weight) + " w " + number(x1) + " " + number(y) + " m " + number(x2) + " " +
+                number(y) + " l S\n";
+    }
+    const std::string& stream() const { return out_; }
+
+  private:
+    static std::string number(double v) {
+        char s[32];
+        std::snprintf(s, sizeof s, "%.2f", v);
+        return s;
+    }
+    std::string out_;
+};
+
+// Where each column starts and how wide it is, in points.
+struct Columns {
+    std::vector<double> left, width;
+};
+
+Columns columnsOf(const RanReport& report) {
+    double chars = 0;
+    for (const auto& c : report.columns)
+        chars += c.width + 1;
+    const double unit = std::min(5.0, (PageWidth - 2 * Margin) / std::max(1.0, chars));
+    Columns cols;
+    double x = Margin;
+    for (const auto& c : report.columns) {
+        cols.left.push_back(x);
+        cols.width.push_back(c.width * unit);
+        x += (c.width + 1) * unit;
+    }
+    return cols;
+}
+
+std::string drawPage(const RanReport& report, std::size_t p, const Columns& cols) {
+    PageText page;
+    const int number = static_cast<int>(p) + 1;
+    double y = PageHeight - Margin - TitleSize;
+    page.text(Margin, y, report.pageText(report.title, number), TitleSize, true);
+    y -= 6;
+    for (const std::string& line : report.header)
+        page.text(Margin, y -= Leading, report.pageText(line, number), BodySize + 0.5, false);
+    y -= Leading + 4;
+    const std::size_t count = report.columns.size();
+    auto cellAt = [&](std::size_t c, const std::string& text, bool bold) {
+        if (report.columns[c].right)
+            page.right(cols.left[c] + cols.width[c], y, text, BodySize, bold);
+        else
+            page.text(cols.left[c], y, text, BodySize, bold);
+    };
+    for (std::size_t c = 0; c < count; ++c)
+        cellAt(c, report.columns[c].caption, true);
+    page.rule(Margin, PageWidth - Margin, y - 3, 0.7);
+    for (const ReportLine& line : report.pages[p].lines) {
+        y -= Leading;
+        switch (line.kind) {
+            case ReportLine::Kind::Detail:
+                for (std::size_t c = 0; c < count; ++c)
+                    cellAt(c, line.cells[c], false);
+                break;
+            case ReportLine::Kind::GroupHead:
+            case ReportLine::Kind::Nothing:
+                page.text(Margin, y, line.text, BodySize, line.kind == ReportLine::Kind::GroupHead);
+                break;
+            default:
+                page.rule(Margin, PageWidth - Margin, y + Leading - 3,
+                          line.kind == ReportLine::Kind::ReportTotal ? 1.0 : 0.4);
+                page.text(Margin, y, line.text, BodySize, true);
+                for (std::size_t c = static_cast<std::size_t>(report.totalLabelSpan()); c < count;
+                     ++c)
+                    cellAt(c, line.cells[c], true);
+        }
+    }
+    const std::string footer = report.pageText(report.footer, number);
+    page.text((PageWidth - widthOf(latin1(footer), BodySize, false)) / 2, Margin - 10, footer,
+              BodySize, false);
+    return page.stream();
+}
+
+// Collects the numbered objects and writes them with their cross-reference table.
+class PdfFile {
+  public:
+    int add(const std::string& body) {
+        objects_.push_back(body);
+        return static_cast<int>(objects_.size());
+    }
+    void set(int id, const std::string& body) { objects_[static_cast<std::size_t>(id - 1)] = body; }
+    std::string bytes(int root, int info) const {
+        std::string out = "%PDF-1.4\n%\xE2\xE3\xCF\xD3\n";
+        std::vector<std::size_t> offsets;
+        for (std::size_t i = 0; i < objects_.size(); ++i) {
+            offsets.push_back(out.size());
+            out += std::to_string(i + 1) + " 0 obj\n" + objects_[i] + "\nendobj\n";
+        }
+        const std::size_t xref = out.size();
+        out += "xref\n0 " + std::to_string(objects_.size() + 1) + "\n0000000000 65535 f \n";
+        for (std::size_t offset : offsets) {
+            char entry[24];
+            std::snprintf(entry, sizeof entry, "%010zu 00000 n \n", offset);
+            out += entry;
+        }
+        out += "trailer\n<< /Size " + std::to_string(objects_.size() + 1) + " /Root " +
+               std::to_string(root) + " 0 R /Info " + std::to_string(info) +
+               " 0 R >>\nstartxref\n" + std::to_string(xref) + "\n%%EOF\n";
+        return out;
+    }
+
+  private:
+    std::vector<std::string> objects_;
+};
+
+}  // namespace
+
+std::string reportPdf(const RanReport& report, const std::string& documentTitle) {
+    PdfFile pdf;
+    const int catalog = pdf.add("");
+    const int pages = pdf.add("");
+    const int regular = pdf.add(
+        "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >>");
+    const int bold = pdf.add(
+        "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica-Bold /Encoding /WinAnsiEncoding >>");
+    const std::string resources = "<< /Font << /F1 " + std::to_string(regular) + " 0 R /F2 " +
+                                  std::to_string(bold) + " 0 R >> >>";
+    const Columns cols = columnsOf(report);
+    std::string kids;
+    for (std::size_t p = 0; p < report.pages.size(); ++p) {
+        const std::string stream = drawPage(report, p, cols);
+        const int contents = pdf.add("<< /Length " + std::to_string(stream.size()) +
+                                     " >>\nstream\n" + stream + "endstream");
+        const int page = pdf.add("<< /Type /Page /Parent " + std::to_string(pages) +
+                                 " 0 R /MediaBox [0 0 612 792] /Resources " + resources +
+                                 " /Contents " + std::to_string(contents) + " 0 R >>");
+        kids += std::to_string(page) + " 0 R ";
+    }
+    pdf.set(catalog, "<< /Type /Catalog /Pages " + std::to_string(pages) + " 0 R >>");
+    pdf.set(pages, "<< /Type /Pages /Kids [" + kids + "] /Count " +
+                       std::to_string(report.pages.size()) + " >>");
+    const int info =
+        pdf.add("<< /Title " + pdfString(documentTitle) + " /Producer (Catalogue Manager) >>");
+    return pdf.bytes(catalog, info);
+}
+
+void writeReportPdf(const RanReport& report, const std::string& documentTitle,
+                    const std::string& path) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    if (!out) throw VbError(75, "Path/File access error");
+    const std::string bytes = reportPdf(report, documentTitle);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!out) throw VbError(75, "Path/File access error");
+}
