@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 // The classic Dir of one path: the file's name without its folder when the path names an
 // existing file, "" otherwise (also for an empty path or a folder).
@@ -9,3 +10,19 @@ std::string Dir(const std::string& path);
 // The classic MkDir: makes one folder. Its parent missing is VbError 76; a folder or file
 // already there is VbError 75.
 void MkDir(const std::string& path);
+
+// Whether a file name fits a pattern of the file lists: `*` any run of characters, `?` one,
+// letters in either case; several patterns may stand separated by ";".
+bool MatchesPattern(const std::string& name, const std::string& patterns);
+
+// The names of the files in a folder that fit the patterns, in name order; none when the
+// folder is missing.
+std::vector<std::string> FilesMatching(const std::string& folder, const std::string& patterns);
+
+// The classic Kill: deletes every file that the last part of the path fits. A missing
+// folder is VbError 76, nothing that fits 53, a file that cannot go 75.
+void Kill(const std::string& pathPattern);
+
+// The classic FileCopy: a byte copy that replaces the target. A missing source is 53, a
+// missing target folder 76.
+void FileCopy(const std::string& from, const std::string& to);

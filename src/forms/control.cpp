@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "base/convert.h"
+#include "base/files.h"
 #include "base/vb_error.h"
 #include "forms/form.h"
 
@@ -146,6 +147,9 @@ void Control::SetProperty(std::string_view name, const Variant& value) {
     it->second = stored;
     if (key == "ListIndex" && kind_ == ControlKind::ComboBox)
         props_["Text"] = Variant(List(ListIndex()));
+    if (key == "ListIndex" && kind_ == ControlKind::FileList)
+        props_["FileName"] = Variant(List(ListIndex()));
+    if ((key == "Path" || key == "Pattern") && kind_ == ControlKind::FileList && changed) Refresh();
     notify(key);
     if (key == "Text" && changed)
         Raise("Change");
@@ -219,6 +223,15 @@ void Control::SetSelected(int i, bool on) {
     if (i < 0 || i >= ListCount()) throw VbError(InvalidPropertyValue, "Invalid property value");
     selected_[i] = on;
     notify("Selected");
+}
+
+void Control::Refresh() {
+    if (kind_ != ControlKind::FileList) return;
+    items_ = FilesMatching(textOf(props_["Path"]), textOf(props_["Pattern"]));
+    selected_.assign(items_.size(), false);
+    props_["ListIndex"] = Variant(-1);
+    props_["FileName"] = Variant("");
+    notify("List");
 }
 
 void Control::Raise(std::string_view event) {
