@@ -7,6 +7,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "forms/headless_pane.h"
 #include "forms/ui.h"
@@ -57,8 +58,29 @@ struct RecordingUi : Ui {
         dialog.FileName = saveAnswer;
         return true;
     }
-    bool ShowFont(CommonDialog&) override { return false; }
-    bool ShowColor(CommonDialog&) override { return false; }
+    // The font chosen in the next font dialogs, and what the program preset them with;
+    // unset cancels the dialog.
+    std::optional<CommonDialog> fontAnswer;
+    std::vector<CommonDialog> fontPresets;
+    bool ShowFont(CommonDialog& dialog) override {
+        fontPresets.push_back(dialog);
+        if (!fontAnswer) return false;
+        dialog.FontName = fontAnswer->FontName;
+        dialog.FontSize = fontAnswer->FontSize;
+        dialog.FontBold = fontAnswer->FontBold;
+        dialog.FontItalic = fontAnswer->FontItalic;
+        dialog.FontUnderline = fontAnswer->FontUnderline;
+        dialog.FontStrikethru = fontAnswer->FontStrikethru;
+        dialog.Color = fontAnswer->Color;
+        return true;
+    }
+    // The colour chosen in the next colour dialogs; unset cancels them.
+    std::optional<long> colourAnswer;
+    bool ShowColor(CommonDialog& dialog) override {
+        if (!colourAnswer) return false;
+        dialog.Color = *colourAnswer;
+        return true;
+    }
     Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
     Pane& PaneFor(Form&, const std::string& name) override {
         auto& pane = panes[name];
@@ -68,6 +90,10 @@ struct RecordingUi : Ui {
     std::map<std::string, std::unique_ptr<HeadlessPane>> panes;
     void RunDocument(const std::string&) override {}
     void MousePointerChanged(int p) override { pointer = p; }
-    void LetEventsRun() override {}
+    // When set, runs each time the program lets events run (the user acting meanwhile).
+    std::function<void()> onLetEventsRun;
+    void LetEventsRun() override {
+        if (onLetEventsRun) onLetEventsRun();
+    }
     void WaitForUser() override {}
 };
