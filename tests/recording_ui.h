@@ -7,6 +7,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "forms/headless_pane.h"
 #include "forms/ui.h"
@@ -62,8 +63,29 @@ struct RecordingUi : Ui {
         dialog.FileName = saveAnswer;
         return true;
     }
-    bool ShowFont(CommonDialog&) override { return false; }
-    bool ShowColor(CommonDialog&) override { return false; }
+    // The font chosen in the next font dialogs, and what the program preset them with;
+    // unset cancels the dialog.
+    std::optional<CommonDialog> fontAnswer;
+    std::vector<CommonDialog> fontPresets;
+    bool ShowFont(CommonDialog& dialog) override {
+        fontPresets.push_back(dialog);
+        if (!fontAnswer) return false;
+        dialog.FontName = fontAnswer->FontName;
+        dialog.FontSize = fontAnswer->FontSize;
+        dialog.FontBold = fontAnswer->FontBold;
+        dialog.FontItalic = fontAnswer->FontItalic;
+        dialog.FontUnderline = fontAnswer->FontUnderline;
+        dialog.FontStrikethru = fontAnswer->FontStrikethru;
+        dialog.Color = fontAnswer->Color;
+        return true;
+    }
+    // The colour chosen in the next colour dialogs; unset cancels them.
+    std::optional<long> colourAnswer;
+    bool ShowColor(CommonDialog& dialog) override {
+        if (!colourAnswer) return false;
+        dialog.Color = *colourAnswer;
+        return true;
+    }
     Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
     Pane& PaneFor(Form&, const std::string& name) override {
         auto& pane = panes[name];

@@ -1,7 +1,9 @@
 #include "base/files.h"
 
 #include <filesystem>
+#include <string_view>
 
+#include "base/strings.h"
 #include "base/vb_error.h"
 
 namespace fs = std::filesystem;
@@ -19,4 +21,55 @@ void MkDir(const std::string& path) {
     if (fs::exists(folder, ec)) throw VbError(75);
     if (!fs::is_directory(folder.parent_path(), ec)) throw VbError(vberr::PathNotFound);
     if (!fs::create_directory(folder, ec)) throw VbError(75);
+}
+
+namespace {
+
+// A file pattern as a Like pattern: only "*" and "?" are wild.
+std::string likeOf(std::string_view part) {
+    std::string like;
+    for (char c : part) {
+        if (c == '#' || c == '[')
+            like += std::string("[") + c + "]";
+        else
+            like += c;
+    }
+    return like;
+}
+
+}  // namespace
+
+bool MatchesPattern(const std::string& name, const std::string& patterns) {
+    std::size_t start = 0;
+    while (start <= patterns.size()) {
+        std::size_t end = patterns.find(';', start);
+        if (end == std::string::npos) end = patterns.size();
+        const std::string part = Trim(patterns.substr(start, end - start));
+        if (part == "*.*" || (!part.empty() && likeMatch(name, likeOf(part)))) return true;
+        start = end + 1;
+    }
+    return false;
+}
+
+void Kill(const std::string& pathPattern) {
+    const fs::path path(pathPattern);
+    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+    std::error_code ec;
+    if (!fs::is_directory(folder, ec)) throw VbError(vberr::PathNotFound);
+    std::vector<fs::path> doomed;
+    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
+        if (it->is_regular_file(ec) && MatchesPattern(it->path().filename().string(), path.filename().string()))
+            doomed.push_back(it->path());
+    if (doomed.empty()) throw VbError(vberr::FileNotFound);
+    for (const fs::path& file : doomed)
+        if (!fs::remove(file, ec) || ec) throw VbError(75);
+}
+
+void FileCopy(const std::string& from, const std::string& to) {
+    std::error_code ec;
+    if (!fs::is_regular_file(from, ec)) throw VbError(vberr::FileNotFound);
+    const fs::path target(to);
+    if (target.has_parent_path() && !fs::is_directory(target.parent_path(), ec))
+        throw VbError(vberr::PathNotFound);
+    if (!fs::copy_file(from, to, fs::copy_options::overwrite_existing, ec)) throw VbError(75);
 }

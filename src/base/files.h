@@ -9,3 +9,16 @@ std::string Dir(const std::string& path);
 // The classic MkDir: makes one folder. Its parent missing is VbError 76; a folder or file
 // already there is VbError 75.
 void MkDir(const std::string& path);
+
+// Whether a file name fits a file pattern: several may stand separated by ";" ("*.jpg;
+// *.gif"); "*" is any run of characters, "?" one character, letters in any case, and "*.*"
+// every file. Only "*" and "?" are wild: "#" and "[" in a name stand for themselves.
+bool MatchesPattern(const std::string& name, const std::string& patterns);
+
+// The classic Kill: deletes every file that the last part of the path fits. A missing
+// folder is VbError 76, nothing that fits 53, a file that cannot go 75.
+void Kill(const std::string& pathPattern);
+
+// The classic FileCopy: a byte copy that replaces the target. A missing source is 53, a
+// missing target folder 76.
+void FileCopy(const std::string& from, const std::string& to);

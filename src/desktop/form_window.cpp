@@ -29,6 +29,7 @@
 #include <QWebEngineView>
 #include <QWindowStateChangeEvent>
 #include <cmath>
+#include <cstdint>
 #include <set>
 
 #include "base/convert.h"
@@ -104,6 +105,14 @@ bool colourOf(const Variant& v, QColor& colour) {
     if (value < 0 || value > 0xFFFFFF) return false;
     colour = QColor(value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF);
     return true;
+}
+
+bool isSystemColour(const Variant& v) {
+    try {
+        return static_cast<std::int64_t>(CDbl(v)) < 0;
+    } catch (const VbError&) {
+        return false;
+    }
 }
 
 double num(const Control& c, const char* name, double fallback = 0) {
@@ -591,7 +600,14 @@ void FormWindow::apply(Control& c, std::string_view property, bool initial) {
     } else if (is(property, "BackColor") || is(property, "ForeColor")) {
         const bool back = is(property, "BackColor");
         QColor colour;
-        if (!colourOf(c.Property(property), colour)) return;
+        if (!colourOf(c.Property(property), colour)) {
+            // A system colour (the button face of an idle designer button) is the toolkit's.
+            if (isSystemColour(c.Property(property))) {
+                w->setPalette(QPalette());
+                w->setAutoFillBackground(false);
+            }
+            return;
+        }
         // The model's defaults (white behind, black in front) leave the toolkit's own look.
         if (initial && colour == (back ? QColor(Qt::white) : QColor(Qt::black))) return;
         QPalette palette = w->palette();

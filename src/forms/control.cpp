@@ -229,6 +229,12 @@ void Control::SetSelected(int i, bool on) {
     notify("Selected");
 }
 
+void Control::Refresh() {
+    if (kind_ != ControlKind::FileList) return;
+    readFolder();
+    props_["FileName"] = Variant("");
+}
+
 void Control::Raise(std::string_view event) {
     EventArgs args;
     Raise(event, args);

@@ -94,6 +94,9 @@ class Control {
     void SetSelected(int i, bool on);
     int ListIndex() const { return static_cast<int>(Num("ListIndex")); }
     void SetListIndex(int i) { SetProperty("ListIndex", Variant(i)); }
+    // A file list reads its folder again: the files of Path that fit Pattern. A change of
+    // Path or Pattern does the same; choosing a row sets FileName.
+    void Refresh();
 
     // Runs this control's procedure for an event, if the form has one.
     void Raise(std::string_view event);

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "base/files.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
 
@@ -22,19 +23,6 @@ bool listedBefore(const std::string& a, const std::string& b) {
 bool hidden(const fs::path& name) {
     const std::string s = name.string();
     return !s.empty() && s[0] == '.';
-}
-
-// A file pattern as a Like pattern: only "*" and "?" are wild, so "#" and "[" in a name
-// stand for themselves.
-std::string likeOf(std::string_view part) {
-    std::string like;
-    for (char c : part) {
-        if (c == '#' || c == '[')
-            like += std::string("[") + c + "]";
-        else
-            like += c;
-    }
-    return like;
 }
 
 // Every folder that the path passes through, as the file system resolves it.
@@ -80,25 +68,13 @@ std::vector<std::string> subfolders(const std::string& folder) {
     return found;
 }
 
-bool matches(const std::string& name, const std::string& pattern) {
-    std::size_t start = 0;
-    while (start <= pattern.size()) {
-        std::size_t end = pattern.find(';', start);
-        if (end == std::string::npos) end = pattern.size();
-        const std::string part = Trim(pattern.substr(start, end - start));
-        if (part == "*.*" || (!part.empty() && likeMatch(name, likeOf(part)))) return true;
-        start = end + 1;
-    }
-    return false;
-}
-
 std::vector<std::string> files(const std::string& folder, const std::string& pattern) {
     std::vector<std::string> found;
     std::error_code ec;
     for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
         std::string name = it->path().filename().string();
         if (hidden(name) || it->is_directory(ec) || !it->exists(ec)) continue;
-        if (matches(name, pattern)) found.push_back(std::move(name));
+        if (MatchesPattern(name, pattern)) found.push_back(std::move(name));
     }
     std::sort(found.begin(), found.end(), listedBefore);
     return found;

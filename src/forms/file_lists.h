@@ -23,9 +23,6 @@ std::vector<std::string> subfolders(const std::string& folder);
 // every file. A folder that cannot be read lists nothing.
 std::vector<std::string> files(const std::string& folder, const std::string& pattern);
 
-// Whether a file name matches a pattern list as above.
-bool matches(const std::string& name, const std::string& pattern);
-
 // The drives of this machine: one, the root, since the platform has no drive letters.
 std::vector<std::string> drives();
 // The drive of a path, as the drive list names it.

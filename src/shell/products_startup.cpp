@@ -10,6 +10,7 @@
 #include "shell/module.h"
 #include "shell/products.h"
 #include "shell/when.h"
+#include "webcat/web_catalogue.h"
 
 namespace {
 
@@ -164,7 +165,8 @@ void Products::Form_Activate() {
         }
         on([&] { (*this)("Label4", i).SetProperty("Tag", Variant(i)); });
     }
-    on([&] { (*this)("Label4", 0).Raise("Click"); });
+    // The boxes' handler runs for its drawing only: a click would place the first box.
+    on([&] { webcat->redrawBoxes(); });
 }
 
 void Products::Form_QueryUnload(int& Cancel, int /*UnloadMode*/) {

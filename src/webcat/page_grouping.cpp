@@ -147,10 +147,9 @@ void WebCatalogue::startRun(Trap& on) {
     for (const char* name : {"Command13", "Command15", "Command17", "Command19"})
         on([&] { (*this)(name).SetVisible(true); });
     for (const char* name : {"cmdShowPicPath", "cmdShowPic", "Command4", "Text1"})
-        on([&] {
-            if (Control* c = P.Find(name)) c->SetVisible(false);
-        });
+        on([&] { (*this)(name).SetVisible(false); });
     on([&] { (*this)("chkDetail", 3).SetVisible(true); });
+    on([&] { (*this)("Command17").SetCaption("Continue"); });
     Control& newPage = (*this)("chkDetail", 3);
     Control& title = (*this)("chkDetail", 2);
     if (GroupByPageNo) {
@@ -394,7 +393,7 @@ void WebCatalogue::endRun(Trap& on, bool cancelled) {
         on([&] { (*this)(name).SetVisible(false); });
     // Done stands again for the next run's page setup.
     on([&] { (*this)("Command26").SetVisible(true); });
-    for (const char* name : {"cmdShowPicPath", "cmdShowPic", "Command4"})
+    for (const char* name : {"cmdShowPicPath", "cmdShowPic", "Command4", "Text1"})
         on([&] { (*this)(name).SetVisible(true); });
 }
 

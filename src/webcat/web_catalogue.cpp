@@ -14,7 +14,11 @@
 
 WebCatalogue::WebCatalogue(Products& form) : ProductsPart(form) {
     createControls();
+    createDesignerControls();
+    createPageFileControls();
     wireEvents();
+    wireDesigner();
+    wirePageFiles();
 }
 
 void WebCatalogue::createControls() {
@@ -31,7 +35,9 @@ void WebCatalogue::createControls() {
     button("Command20", -1, {100, 1260, 1350, 300}, "By Price Below", "Frame9");
     place(inside(f("Combo1"), "Frame9"), {1500, 1260, 1400, 315});
     button("Command12", -1, {100, 1580, 2800, 300}, "Page Setup Options", "Frame9");
-    place(f("File1"), {100, 1950, 2800, 3600});
+    // The width of the thumbnails' pictures, beside the Thumbnails button.
+    addControl(f, "Text1", ControlKind::TextBox, -1, {5200, 6090, 600, 315})
+        .SetProperty("ToolTipText", Variant("Thumbnail width"));
     // The run's lists and panel buttons, over the pane.
     Control& list1 = addControl(f, "List1", ControlKind::ListBox, -1, {50, 0, 4000, 5300});
     list1.SetVisible(false);
@@ -43,28 +49,6 @@ void WebCatalogue::createControls() {
     button("Command15", -1, {1260, bar, 1200, 300}, "Unselect All", "").SetVisible(false);
     button("Command17", -1, {2470, bar, 1200, 300}, "Continue", "").SetVisible(false);
     button("Command19", -1, {3680, bar, 1200, 300}, "Cancel", "").SetVisible(false);
-    // The page setup panel: the settings that a saved layout carries and the run reads.
-    auto box = [&](const std::string& name, int index, Box b) -> Control& {
-        return inside(addControl(f, name, ControlKind::TextBox, index, b), "Frame12");
-    };
-    box("txtTitle", -1, {5000, 1000, 4000, 285});
-    box("txtIR", -1, {5000, 1350, 600, 285});
-    box("Text5", -1, {5000, 1700, 4000, 285}).SetVisible(false);
-    for (int i = 0; i <= 4; ++i)
-        box("Text3", i, {5000 + i * 800.0, 2050, 750, 285});
-    for (int i = 0; i <= 10; ++i)
-        box("Text4", i, {5000, 2400, 4000, 900}).SetVisible(false);
-    static const char* const checks[] = {"Edit Detail Pages", "Copy Pictures To: ('\\images')",
-                                         "Use Page # As Title", "New Page On Page # Change"};
-    for (int i = 0; i <= 3; ++i)
-        inside(addControl(f, "chkDetail", ControlKind::CheckBox, i,
-                          {5000, 3400 + i * 300.0, 4000, 285}, checks[i]),
-               "Frame12");
-    button("SaveLoad", 0, {5000, 4700, 1300, 300}, "Save Layout", "Frame12");
-    button("SaveLoad", 1, {6350, 4700, 1300, 300}, "Load Layout", "Frame12");
-    button("Command30", -1, {7700, 4700, 1500, 300}, "Choose Frame Style", "Frame12");
-    button("Command26", -1, {7700, 5050, 1500, 300}, "Done", "Frame12");
-    inside(addControl(f, "Label7", ControlKind::Label, -1, {5000, 5050, 2600, 600}), "Frame12");
 }
 
 void WebCatalogue::wireEvents() {
@@ -106,7 +90,14 @@ void WebCatalogue::Command12_Click() {
             Variant& align = ItemAlign[CInt(m.LayoutSide)][e];
             if (textOf(align).empty()) align = Variant(e == 11 ? "Top" : "Center");
         });
-        // NOT BUILT YET: the designer's LEFT, CENTER and RIGHT buttons marked by the word.
+        // Elements 12 and 13 have no buttons of their own.
+        if (e <= 11)
+            on([&] {
+                const std::string word = textOf(ItemAlign[CInt(m.LayoutSide)][e]);
+                markPosition(e, word == "Left" || word == "Top"        ? "cmdPosL"
+                                : word == "Right" || word == "Bottom " ? "cmdPosR"
+                                                                       : "cmdPosC");
+            });
     }
     on([&] {
         (*this)("Label7").SetCaption(
@@ -122,11 +113,18 @@ void WebCatalogue::Command12_Click() {
     on([&] { P.SetSize(); });
     for (const char* name : {"Command17", "Command13", "Command15"})
         on([&] { (*this)(name).SetVisible(false); });
+    on([&] { (*this)("Command29").SetVisible(true); });
+    // Done stands whenever the panel opens, also after Select Items left through it.
+    on([&] { (*this)("Command26").SetVisible(true); });
 }
 
 void WebCatalogue::Command26_Click() {
     Trap on = reportTo("(Form) Products::Sub Command26_Click");
     on([&] { (*this)("Command26").SetVisible(false); });
+    // After Select Items the button goes on to the thumbnails, else it makes the pages.
+    on([&] {
+        (*this)("Command17").SetCaption(CBool(Mod().SelectItemsMode) ? "Continue" : "Make Pages");
+    });
     on([&] { (*this)("Command17").SetVisible(true); });
     on([&] { (*this)("Frame12").SetVisible(false); });
     on([&] { P.SetSize(); });
@@ -156,7 +154,7 @@ void WebCatalogue::chkDetail_Click(int Index) {
             on([&] { box.SetCaption("Edit Detail Pages"); });
             on([&] { m.LayoutSide = Variant::Integer(0); });
         }
-        on([&] { markPlacedBoxes(CInt(m.LayoutSide)); });
+        on([&] { redrawDesigner(CInt(m.LayoutSide)); });
     } else if (Index == 1) {
         on([&] { CopyPicturesOn = checked ? -1 : 0; });
     } else if (Index == 2) {
@@ -181,16 +179,4 @@ void WebCatalogue::chkDetail_Click(int Index) {
 
 bool WebCatalogue::boxMarked(int k) const {
     return CLng((*this)("Label4", k).Property("BackColor")) == MarkerColor;
-}
-
-void WebCatalogue::markPlacedBoxes(int side) {
-    Module& m = Mod();
-    for (int k = 0; k <= 8; ++k)
-        (*this)("Label4", k).SetProperty("BackColor", Variant::Long(WhiteColor));
-    for (int r = 0; r <= 8; ++r) {
-        const int k = m.BoxField[side][r];
-        if (k >= 0 && k <= 8)
-            (*this)("Label4", k).SetProperty("BackColor", Variant::Long(MarkerColor));
-    }
-    // NOT BUILT YET: the rest of the designer's redraw (the boxes' rows, the field lists).
 }

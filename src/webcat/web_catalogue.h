@@ -18,6 +18,14 @@ class DaoRecordset;
 // The page designer's mark on a placed box, and an idle box's colour.
 inline constexpr std::int32_t MarkerColor = 0xFFFF80;
 inline constexpr std::int32_t WhiteColor = 0xFFFFFF;
+// The system's face colour of an idle button.
+inline constexpr std::int32_t ButtonFaceColor = static_cast<std::int32_t>(0x8000000F);
+
+// The colour word of the page for a colour of the dialogs (blue, green, red from the top):
+// the nine common colours by their words, any other the number's hexadecimal digits.
+std::string colourWord(long colour);
+// The page's font size, 1 to 7, for a size in points.
+int htmlFontSize(double points);
 
 // The file name of the detail page of a stock number; a name that would leave the pages
 // folder, or that a file system cannot hold, is VbError 52.
@@ -68,6 +76,32 @@ class WebCatalogue : public ProductsPart {
     // Choose Frame Style (webcat/frames.cpp).
     void Command30_Click();
 
+    // The page designer (webcat/designer.cpp): each control writes one setting and sets
+    // PanelGo, so the preview is written again.
+    void cmdFont_Click(int Index);
+    // `which` is "cmdPosL", "cmdPosC" or "cmdPosR".
+    void cmdPos_Click(const std::string& which, int Index);
+    void cmdInsrt_Click(int Index);
+    void Command28_Click(int Index);
+    void Command27_Click(int Index);
+    void cmdeditBuy_Click();
+    void Label4_Click(int Index);
+    void lstAll_Click(int Index);
+    void txtIR_Change();
+    void Command29_Click();
+    // The boxes of the cell and their buttons at their rows, as the layout of the side in
+    // hand places them; what a box's click does after placing it, and all the main form's
+    // first activation asks.
+    void redrawBoxes();
+
+    // The generated pages (webcat/page_files.cpp).
+    void File1_Click();
+    void Command7_Click();   // Delete Selected Page
+    void Command11_Click();  // Delete ALL Pages
+    void Command18_Click();  // Delete ALL Copied Pictures
+    void Command14_Click();  // Refresh List
+    void Command9_Click();   // Close
+
     // The detail page of the current item (webcat/detail_pages.cpp).
     void CreateDetailPages();
 
@@ -115,8 +149,30 @@ class WebCatalogue : public ProductsPart {
     void wireEvents();
     // Whether the box k is marked as placed in the cell.
     bool boxMarked(int k) const;
-    // Marks the boxes placed in the cell of the side, and only those.
-    void markPlacedBoxes(int side);
+
+    // webcat/designer.cpp
+    void createDesignerControls();
+    void wireDesigner();
+    // Draws the designer for the side: the placed boxes marked, their field lists.
+    void redrawDesigner(int side);
+    // Marks one of the LEFT, CENTER and RIGHT buttons of an index, the others idle.
+    void markPosition(int Index, const std::string& which);
+    // The number of the first inserted-text box open, or -1.
+    int openInsertBox() const;
+    // Marks an insert button when its box holds text.
+    void markInsertButton(int t);
+    // The colour dialog; false when cancelled.
+    bool chooseColour(Trap& on, std::string& word);
+    // The input box of numbered choices; the number typed, 0 for anything else.
+    int chooseFrom(Trap& on, const std::string& lines, const std::string& title,
+                   const std::string& defaultText);
+
+    // webcat/page_files.cpp
+    void createPageFileControls();
+    void wirePageFiles();
+    // Deletes the files of the patterns under the pages folder, telling the pane.
+    void deleteFiles(const std::string& tag, const std::vector<std::string>& patterns,
+                     const std::string& starting, const std::string& finished);
     // New page on change: the page count by the chosen groups (chkDetail(3)).
     void newPageOnChange(Trap& on, bool checked);
     // The message that stops the switch to the detail pages.

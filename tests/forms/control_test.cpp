@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
+
+#include "base/convert.h"
 #include "forms/form.h"
 #include "vb_expect.h"
 
@@ -110,4 +115,31 @@ TEST_F(Counting, ObserversHearEveryPropertyWrite) {
     form("txtName").SetText("x");
     form.SetCaption("Title");
     EXPECT_EQ(heard, (std::vector<std::string>{"txtName.Text", "form.Caption"}));
+}
+
+TEST(FileListControl, ReadsItsFolderByPathAndPatternAndOnRefresh) {
+    namespace fs = std::filesystem;
+    const fs::path dir = fs::temp_directory_path() / ("filelist_" + std::to_string(::getpid()));
+    fs::remove_all(dir);
+    fs::create_directories(dir);
+    std::ofstream(dir / "b.htm") << "b";
+    std::ofstream(dir / "a.html") << "a";
+    std::ofstream(dir / "c.txt") << "c";
+    Form form{"frmFiles"};
+    Control& list = form.Add("File1", ControlKind::FileList);
+    list.SetProperty("Pattern", Variant("*.htm*"));
+    EXPECT_EQ(list.ListCount(), 0);
+    list.SetProperty("Path", Variant(dir.string()));
+    ASSERT_EQ(list.ListCount(), 2);
+    EXPECT_EQ(list.List(0), "a.html");
+    EXPECT_EQ(list.List(1), "b.htm");
+    list.SetListIndex(1);
+    EXPECT_EQ(textOf(list.Property("FileName")), "b.htm");
+    std::ofstream(dir / "d.htm") << "d";
+    EXPECT_EQ(list.ListCount(), 2);
+    list.Refresh();
+    EXPECT_EQ(list.ListCount(), 3);
+    EXPECT_EQ(list.ListIndex(), -1);
+    EXPECT_EQ(textOf(list.Property("FileName")), "");
+    fs::remove_all(dir);
 }

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "base/convert.h"
+#include "base/files.h"
 #include "base/vb_error.h"
 #include "forms/file_lists.h"
 #include "forms/form.h"
@@ -100,8 +101,8 @@ TEST_F(FileListTest, NamesWithBlanksApostrophesAndLettersBeyondAsciiStandAsTheyA
     EXPECT_EQ(items(files),
               (std::vector<std::string>{"O'Brien's #1 [big].jpg", "Tasse à thé.jpg"}));
     EXPECT_EQ(items(dirs), std::vector<std::string>{root + "/Café crème"});
-    EXPECT_TRUE(FileLists::matches("O'Brien's #1 [big].jpg", "O'Brien's #1 [big].*"));
-    EXPECT_FALSE(FileLists::matches("X1 b.jpg", "X# [b].jpg"));
+    EXPECT_TRUE(MatchesPattern("O'Brien's #1 [big].jpg", "O'Brien's #1 [big].*"));
+    EXPECT_FALSE(MatchesPattern("X1 b.jpg", "X# [b].jpg"));
 }
 
 TEST_F(FileListTest, LinksBackUpTheTreeAreLeftOutAndOthersListed) {

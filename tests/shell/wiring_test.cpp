@@ -17,8 +17,7 @@ using Names = std::set<std::string>;
 
 // The buttons and menu items whose procedures belong to tools not built yet.
 const Names ToCome{
-    "Products.cmdDAll",   // bulk delete
-    "Products.cmdInsrt",  // the page setup's inserted texts
+    "Products.cmdDAll",  // bulk delete
 };
 
 std::string readFile(const std::string& path) {

@@ -213,6 +213,67 @@ TEST_F(LayoutFile, AShortFileEndsInTheReadErrorAndKeepsWhatWasRead) {
     EXPECT_NE(trace.front().find("62"), std::string::npos);
 }
 
+TEST_F(LayoutFile, ALongFileReadsItsLayoutAndLeavesTheRest) {
+    fillDistinct();
+    const auto before = state();
+    save(spd("long.spd"));
+    {
+        TextFileWriter w(spd("long.spd"), TextFileWriter::Mode::Append);
+        w.printLine("one line too many");
+        w.printLine("and another");
+    }
+    web().forEachLayoutValue([](const LayoutValue& v) { v.set(""); });
+    std::vector<std::string> trace;
+    setErrorTrace([&](const std::string& line) { trace.push_back(line); });
+    load(spd("long.spd"));
+    setErrorTrace(nullptr);
+    auto expected = before;
+    expected[16] = " 0 ";
+    EXPECT_EQ(state(), expected);
+    for (const auto& line : trace)
+        EXPECT_EQ(line.find("62"), std::string::npos) << line;
+}
+
+TEST_F(LayoutFile, TextWhereANumberBelongsIsReportedAndTheRestStillLoads) {
+    save(spd("text.spd"));
+    auto saved = lines(spd("text.spd"));
+    saved[2] = "four";    // ItemsPerRow
+    saved[17] = "ten";    // BoxField(0, 0)
+    saved[22] = "Arial";  // FontNameOf(0, 0), after them
+    {
+        TextFileWriter w(spd("text.spd"));
+        for (const auto& line : saved)
+            w.printLine(line);
+    }
+    Mod().ItemsPerRow = 3;
+    std::vector<std::string> trace;
+    setErrorTrace([&](const std::string& line) { trace.push_back(line); });
+    load(spd("text.spd"));
+    setErrorTrace(nullptr);
+    EXPECT_EQ(Mod().ItemsPerRow, 3);      // kept
+    EXPECT_EQ(Mod().BoxField[0][0], 10);  // kept
+    EXPECT_EQ(Mod().FontNameOf[0][0], "Arial");
+    ASSERT_GE(trace.size(), 2u);
+    EXPECT_NE(trace[0].find("13"), std::string::npos);
+}
+
+TEST_F(LayoutFile, AFileThatIsNoLayoutEndsInTheReadErrorWithoutHarm) {
+    {
+        std::ofstream page(spd("page.spd"), std::ios::binary);
+        page << "<html>\r\n<body bgcolor=\"#FFFFFF\">\r\n" << std::string(40, '\0') << "\xff\xfe";
+    }
+    std::vector<std::string> trace;
+    setErrorTrace([&](const std::string& line) { trace.push_back(line); });
+    load(spd("page.spd"));
+    setErrorTrace(nullptr);
+    EXPECT_EQ(Mod().PageAlign, "<html>");
+    ASSERT_FALSE(trace.empty());
+    EXPECT_NE(trace.back().find("62"), std::string::npos);
+    // The program goes on: the layout still saves.
+    save(spd("after.spd"));
+    EXPECT_EQ(lines(spd("after.spd")).size(), 538u);
+}
+
 TEST_F(LayoutFile, TheImagesFolderIsMadeWithItsMarkerOnce) {
     Trap on = Trap::Ignoring();
     web().makeImagesFolder(on);
