@@ -2,13 +2,13 @@
 // through `Data2` as FieldPlacement says, with a dated change log in Notes, and a totals
 // page ends it.
 #include <filesystem>
-#include <limits>
 
 #include "base/clock.h"
 #include "base/convert.h"
 #include "base/dates.h"
 #include "base/strings.h"
 #include "build/bulk.h"
+#include "build/counter.h"
 #include "build/text_split.h"
 #include "forms/runtime.h"
 #include "records/data_control.h"
@@ -25,13 +25,6 @@ constexpr int PriceColumn = 13;
 constexpr int RetailColumn = 12;
 constexpr int NotesColumn = 29;
 constexpr int DiscoColumn = 21;
-
-// A counter goes up by one; past its largest value it overflows (6) and stays.
-template <class Counter>
-void addOne(Counter& counter) {
-    if (counter == std::numeric_limits<Counter>::max()) throw VbError(vberr::Overflow);
-    ++counter;
-}
 
 bool yesNoColumn(int i) {
     return i == 19 || i == 21 || i == 22 || i == 30;
@@ -156,12 +149,7 @@ void Bulk::importRecord(Trap& on) {
         on([&] { rs->Edit(); });
         on([&] { IsNew = false; });
     }
-    writeColumns(on);
-    if (when(on, [&] { return rs->GetValue(PriceColumn).IsNull(); }))
-        on([&] { rs->SetValue(PriceColumn, rs->GetValue(RetailColumn)); });
-    writeChangeLog(on);
-    if (when(on, [&] { return FieldPlacement[NotesColumn] == "AI-Delete"; }))
-        on([&] { rs->SetValue(NotesColumn, Variant("")); });
+    writeRecord(on);
     on([&] { rs->Update(); });
     if (when(on, [&] { return ChangeSeen == "ok"; })) on([&] { addOne(TotalEdited); });
     if (when(on, [&] { return IsNew; })) on([&] { addOne(TotalAdded); });
@@ -169,6 +157,16 @@ void Bulk::importRecord(Trap& on) {
     for (auto& row : ChangeLog)
         row = {Variant(""), Variant("")};
     on([&] { (*this)("lblStatus").SetCaption("Adding Product ID # " + std::to_string(NextId)); });
+}
+
+void Bulk::writeRecord(Trap& on) {
+    DaoRecordset& rs = P.Data2->Recordset();
+    writeColumns(on);
+    if (when(on, [&] { return rs.GetValue(PriceColumn).IsNull(); }))
+        on([&] { rs.SetValue(PriceColumn, rs.GetValue(RetailColumn)); });
+    writeChangeLog(on);
+    if (when(on, [&] { return FieldPlacement[NotesColumn] == "AI-Delete"; }))
+        on([&] { rs.SetValue(NotesColumn, Variant("")); });
 }
 
 // Columns 1 to 30 as FieldPlacement says; a value the column refuses leaves what an earlier
@@ -256,18 +254,27 @@ void Bulk::commonEnding(Trap& on) {
     on([&] { pane.Navigate2("about:blank"); });
     on([&] { P.Data2->Refresh(); });
     on([&] { P.Data2->Recordset().MoveFirst(); });
-    on([&] {
-        pane.Write("<font size=4><center>Total Checked: " + std::to_string(TotalChecked) +
-                   "<br>Total Added: " + std::to_string(TotalAdded) +
-                   "<br>Total Edited: " + std::to_string(TotalEdited));
-    });
+    if (when(on, [&] { return P.ExportMode; }))
+        on([&] {
+            pane.Write("<font size=4><center>Total Records Exported: " +
+                       std::to_string(TotalEdited));
+        });
+    else
+        on([&] {
+            pane.Write("<font size=4><center>Total Checked: " + std::to_string(TotalChecked) +
+                       "<br>Total Added: " + std::to_string(TotalAdded) +
+                       "<br>Total Edited: " + std::to_string(TotalEdited));
+        });
     on([&] {
         pane.Write(
             "<br><p align=center><font size=3 font color=red><a href='CONTINUE'>Click Here To "
             "Continue</a>");
     });
     on([&] { P.ContinueFlag = false; });
-    if (when(on, [&] { return KeyItem != -1; })) {
+    // An export or a bulk edit has no source to keep placements for.
+    if (when(on, [&] { return overProducts(); })) {
+        leaveExportAndEdit(on);
+    } else if (when(on, [&] { return KeyItem != -1; })) {
         std::string placement;
         on([&] { placement = Left(fileName_, Len(fileName_) - 3) + "dat"; });
         if (when(on, [&] { return !fs::exists(placement); }))

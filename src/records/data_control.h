@@ -53,6 +53,12 @@ class DataControl {
     // 91 when the control has no record set yet.
     virtual DaoRecordset& Recordset() = 0;
 
+    // The workspace's transaction: the writes between BeginTrans and CommitTrans reach the
+    // file together, or, if the program dies between them, none of them. A source that is
+    // never written has nothing to group.
+    virtual void BeginTrans() {}
+    virtual void CommitTrans() {}
+
     // The database's tables.
     virtual int TableCount() = 0;
     virtual std::string TableName(int index) = 0;

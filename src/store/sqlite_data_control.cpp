@@ -142,6 +142,28 @@ DaoRecordset& SqliteDataControl::Recordset() {
     return *recordset_;
 }
 
+void SqliteDataControl::BeginTrans() {
+    auto opened = file();
+    if (inTransaction_) return;
+    opened->execScript("BEGIN IMMEDIATE");
+    inTransaction_ = opened;
+}
+
+void SqliteDataControl::CommitTrans() {
+    if (!inTransaction_) return;
+    // A commit the file refuses leaves the transaction open for the next try.
+    inTransaction_->execScript("COMMIT");
+    inTransaction_.reset();
+}
+
+SqliteDataControl::~SqliteDataControl() {
+    try {
+        CommitTrans();
+    } catch (const VbError&) {
+        // The file is going; what it refused is lost with it.
+    }
+}
+
 int SqliteDataControl::TableCount() {
     return static_cast<int>(file()->tableNames().size());
 }

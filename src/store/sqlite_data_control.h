@@ -50,6 +50,10 @@ class SqliteDaoRecordset : public DaoRecordset {
 
 class SqliteDataControl : public DataControl {
   public:
+    SqliteDataControl() = default;
+    ~SqliteDataControl() override;
+    SqliteDataControl(const SqliteDataControl&) = delete;
+    SqliteDataControl& operator=(const SqliteDataControl&) = delete;
     std::string DatabaseName() const override { return databaseName_; }
     void SetDatabaseName(const std::string& path) override { databaseName_ = path; }
     std::string RecordSource() const override { return recordSource_; }
@@ -58,6 +62,8 @@ class SqliteDataControl : public DataControl {
     void SetConnect(const std::string& connect) override { connect_ = connect; }
     void Refresh() override;
     DaoRecordset& Recordset() override;
+    void BeginTrans() override;
+    void CommitTrans() override;
     int TableCount() override;
     std::string TableName(int index) override;
 
@@ -67,4 +73,5 @@ class SqliteDataControl : public DataControl {
     std::string databaseName_, recordSource_, connect_ = "Access 2000;";
     std::shared_ptr<SqliteFile> file_;
     std::unique_ptr<SqliteDaoRecordset> recordset_;
+    std::shared_ptr<SqliteFile> inTransaction_;  // the file a transaction is open on
 };

@@ -17,7 +17,6 @@ using Names = std::set<std::string>;
 
 // The buttons and menu items whose procedures belong to tools not built yet.
 const Names ToCome{
-    "Products.cmdDAll",   // bulk delete
     "Products.cmdInsrt",  // the page setup's inserted texts
 };
 
