@@ -148,6 +148,8 @@ std::shared_ptr<SqliteFile> SqliteFile::create(const std::string& path) {
 }
 
 SqliteFile::~SqliteFile() {
+    for (auto& [sql, statement] : writes_)
+        sqlite3_finalize(statement);
     sqlite3_close_v2(db_);
 }
 
@@ -166,6 +168,19 @@ sqlite3_stmt* SqliteFile::prepare(const std::string& sql) {
         fail(StoreFailure);
     }
     return s;
+}
+
+void SqliteFile::runWrite(const std::string& sql, const std::function<void(sqlite3_stmt*)>& run) {
+    sqlite3_stmt*& s = writes_[sql];
+    if (!s) s = prepare(sql);
+    struct Reset {
+        sqlite3_stmt* s;
+        ~Reset() {
+            sqlite3_reset(s);
+            sqlite3_clear_bindings(s);
+        }
+    } reset{s};
+    run(s);
 }
 
 void SqliteFile::execScript(const std::string& sql) {
@@ -337,10 +352,11 @@ std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std:
         }
         sql = "INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")";
     }
-    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
-    for (std::size_t i = 0; i < values.size(); ++i)
-        bind(s.get(), static_cast<int>(i) + 1, values[i]);
-    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+    runWrite(sql, [&](sqlite3_stmt* s) {
+        for (std::size_t i = 0; i < values.size(); ++i)
+            bind(s, static_cast<int>(i) + 1, values[i]);
+        if (sqlite3_step(s) != SQLITE_DONE) fail(StoreFailure);
+    });
     return sqlite3_last_insert_rowid(db_);
 }
 
@@ -352,16 +368,17 @@ void SqliteFile::update(const std::string& table, std::int64_t rowid,
     for (std::size_t i = 0; i < columns.size(); ++i)
         sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
     sql += " WHERE rowid=?";
-    std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
-    for (std::size_t i = 0; i < values.size(); ++i)
-        bind(s.get(), static_cast<int>(i) + 1, values[i]);
-    sqlite3_bind_int64(s.get(), static_cast<int>(values.size()) + 1, rowid);
-    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+    runWrite(sql, [&](sqlite3_stmt* s) {
+        for (std::size_t i = 0; i < values.size(); ++i)
+            bind(s, static_cast<int>(i) + 1, values[i]);
+        sqlite3_bind_int64(s, static_cast<int>(values.size()) + 1, rowid);
+        if (sqlite3_step(s) != SQLITE_DONE) fail(StoreFailure);
+    });
 }
 
 void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
-    std::unique_ptr<sqlite3_stmt, Finalizer> s(
-        prepare("DELETE FROM " + quoteName(table) + " WHERE rowid=?"));
-    sqlite3_bind_int64(s.get(), 1, rowid);
-    if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+    runWrite("DELETE FROM " + quoteName(table) + " WHERE rowid=?", [&](sqlite3_stmt* s) {
+        sqlite3_bind_int64(s, 1, rowid);
+        if (sqlite3_step(s) != SQLITE_DONE) fail(StoreFailure);
+    });
 }

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "base/variant.h"
@@ -87,10 +88,14 @@ class SqliteFile {
     SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
     bool isCatalogue();
     sqlite3_stmt* prepare(const std::string& sql);
+    // A write statement prepared once per text and kept for the next write of its shape;
+    // `run` binds and steps it, and it is reset for the next use whatever happens.
+    void runWrite(const std::string& sql, const std::function<void(sqlite3_stmt*)>& run);
     [[noreturn]] void fail(int fallbackNumber);
 
     sqlite3* db_;
     std::string path_;
+    std::unordered_map<std::string, sqlite3_stmt*> writes_;
 };
 
 // "[name]" as SQLite quotes a name with blanks.
