@@ -13,10 +13,8 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <deque>
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -24,11 +22,10 @@
 
 #include "base/convert.h"
 #include "build/bulk.h"
-#include "forms/headless_pane.h"
 #include "forms/runtime.h"
 #include "forms/settings.h"
-#include "forms/ui.h"
 #include "forms/user_input.h"
+#include "scripted_user.h"
 #include "shell/module.h"
 #include "shell/products.h"
 #include "shell/program.h"
@@ -89,47 +86,24 @@ void fillCatalogue(const std::string& path, const std::string& appDir, int rows)
         "FROM n;");
 }
 
-// The user of one run, as a script: each wait for the user takes the next action.
-class ScriptedUser : public Ui {
+// The user of one run: types a comma for an export's separator and names its file.
+class BulkUser : public ScriptedUser {
   public:
     std::string saveAs;
-    std::deque<std::function<void()>> actions;
 
-    int MsgBox(const std::string&, int, const std::string&) override { return vb::vbOK; }
     std::string InputBox(const std::string& prompt, const std::string&,
                          const std::string& defaultText) override {
         if (prompt.rfind("Type in the key/keys", 0) == 0) return ",";
         return defaultText;
     }
-    bool ShowOpen(CommonDialog&) override { return false; }
     bool ShowSave(CommonDialog& dialog) override {
         dialog.FileName = saveAs;
         return true;
     }
-    bool ShowFont(CommonDialog&) override { return false; }
-    bool ShowColor(CommonDialog&) override { return false; }
-    Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
-    Pane& PaneFor(Form& form, const std::string& controlName) override {
-        auto& pane = panes_[{&form, controlName}];
-        if (!pane) pane = std::make_unique<HeadlessPane>();
-        return *pane;
-    }
-    void RunDocument(const std::string&) override {}
-    void LetEventsRun() override {}
-    void WaitForUser() override {
-        // A wait the script did not foresee ends the program rather than spinning.
-        if (actions.empty()) Runtime::Current().End();
-        auto next = std::move(actions.front());
-        actions.pop_front();
-        next();
-    }
-
-  private:
-    std::map<std::pair<Form*, std::string>, std::unique_ptr<HeadlessPane>> panes_;
 };
 
 // Starts the program on a catalogue and runs `use` on its main form; false if it ended.
-bool withProgram(const std::string& appDir, const std::string& catalogue, ScriptedUser& user,
+bool withProgram(const std::string& appDir, const std::string& catalogue, BulkUser& user,
                  const std::function<void(Products&)>& use) {
     MemorySettings settings;
     settings.Write(ProgramTitle, "Settings", "DBName", catalogue);
@@ -146,13 +120,13 @@ bool withProgram(const std::string& appDir, const std::string& catalogue, Script
     }
 }
 
-void link(ScriptedUser& user, Products& form, const std::string& word) {
+void link(BulkUser& user, Products& form, const std::string& word) {
     user.PaneFor(form, "Wb1").Navigate2("about:blank" + word);
 }
 
 // Delete All from the click to the end of the reset and refresh.
 Timing timeBulkDelete(const std::string& appDir, const std::string& catalogue) {
-    ScriptedUser user;
+    BulkUser user;
     Timing timing;
     const bool ran = withProgram(appDir, catalogue, user, [&](Products& form) {
         Runtime& rt = Runtime::Current();
@@ -178,7 +152,7 @@ Timing timeBulkDelete(const std::string& appDir, const std::string& catalogue) {
 // Export DB with every box from the click to the end.
 Timing timeExport(const std::string& appDir, const std::string& catalogue,
                   const std::string& output) {
-    ScriptedUser user;
+    BulkUser user;
     user.saveAs = output;
     Timing timing;
     const bool ran = withProgram(appDir, catalogue, user, [&](Products& form) {

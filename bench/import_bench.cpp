@@ -12,20 +12,17 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 
 #include "build/bulk.h"
-#include "forms/headless_pane.h"
 #include "forms/runtime.h"
 #include "forms/settings.h"
-#include "forms/ui.h"
 #include "forms/user_input.h"
+#include "scripted_user.h"
 #include "shell/module.h"
 #include "shell/products.h"
 #include "shell/program.h"
@@ -73,11 +70,10 @@ void writeImportFile(const std::string& path, int rows) {
     }
 }
 
-// The user of one import, as a script: each wait for the user takes the next action.
-class ScriptedUser : public Ui {
+// The user of one import: answers as a user would.
+class ImportUser : public ScriptedUser {
   public:
     std::string importFile;
-    std::deque<std::function<void()>> actions;
 
     int MsgBox(const std::string& prompt, int, const std::string&) override {
         if (prompt.rfind("To EDIT", 0) == 0) return vb::vbNo;
@@ -93,27 +89,6 @@ class ScriptedUser : public Ui {
         dialog.FileName = importFile;
         return true;
     }
-    bool ShowSave(CommonDialog&) override { return false; }
-    bool ShowFont(CommonDialog&) override { return false; }
-    bool ShowColor(CommonDialog&) override { return false; }
-    Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
-    Pane& PaneFor(Form& form, const std::string& controlName) override {
-        auto& pane = panes_[{&form, controlName}];
-        if (!pane) pane = std::make_unique<HeadlessPane>();
-        return *pane;
-    }
-    void RunDocument(const std::string&) override {}
-    void LetEventsRun() override {}
-    void WaitForUser() override {
-        // A wait the script did not foresee ends the program rather than spinning.
-        if (actions.empty()) Runtime::Current().End();
-        auto next = std::move(actions.front());
-        actions.pop_front();
-        next();
-    }
-
-  private:
-    std::map<std::pair<Form*, std::string>, std::unique_ptr<HeadlessPane>> panes_;
 };
 
 double timeShellImport(const std::string& folder, const std::string& importFile) {
@@ -145,7 +120,7 @@ int main(int argc, char** argv) {
     writeImportFile(importFile, rows);
     std::printf("generate catalogue and file (%d rows): %.2f s\n", rows, secondsSince(t0));
 
-    ScriptedUser user;
+    ImportUser user;
     user.importFile = importFile;
     MemorySettings settings;
     settings.Write(ProgramTitle, "Settings", "DBName", catalogue);

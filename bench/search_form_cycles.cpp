@@ -3,10 +3,10 @@
 #include <chrono>
 #include <stdexcept>
 
-#include "forms/headless_pane.h"
 #include "forms/runtime.h"
 #include "forms/settings.h"
 #include "resident_memory.h"
+#include "scripted_user.h"
 #include "shell/module.h"
 #include "shell/products.h"
 #include "shell/program.h"
@@ -15,21 +15,8 @@ namespace {
 
 // A user who answers every box with its default and, in the only wait expected, presses
 // Cancel on the search form.
-class CancellingUi : public Ui {
+class CancellingUi : public ScriptedUser {
   public:
-    int MsgBox(const std::string&, int, const std::string&) override { return vb::vbOK; }
-    std::string InputBox(const std::string&, const std::string&,
-                         const std::string& defaultText) override {
-        return defaultText;
-    }
-    bool ShowOpen(CommonDialog&) override { return false; }
-    bool ShowSave(CommonDialog&) override { return false; }
-    bool ShowFont(CommonDialog&) override { return false; }
-    bool ShowColor(CommonDialog&) override { return false; }
-    Control* PopupMenu(Form&, const std::string&) override { return nullptr; }
-    Pane& PaneFor(Form&, const std::string&) override { return pane_; }
-    void RunDocument(const std::string&) override {}
-    void LetEventsRun() override {}
     void WaitForUser() override {
         Form* search = Runtime::Current().Loaded("Search");
         if (!search) {
@@ -40,9 +27,6 @@ class CancellingUi : public Ui {
     }
 
     bool stuck = false;
-
-  private:
-    HeadlessPane pane_;
 };
 
 }  // namespace

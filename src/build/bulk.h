@@ -131,6 +131,8 @@ class Bulk : public ProductsPart {
     // Steps of the run that a bulk edit shares with an import: the columns as FieldPlacement
     // says, the selling price, and the note of the changes.
     void writeRecord(Trap& on);
+    // Between two records: a stop asked by Continue or Cancel, whose flag is cleared.
+    bool stopAsked(Trap& on);
 
     // build/export_edit.cpp: export and bulk edit over the products of the search in force.
     Next exportOrEditBoard(Trap& on);

@@ -101,14 +101,7 @@ void Bulk::exportOrEditRun(Trap& on) {
                                          textOf(rs->GetValue(StockNoColumn)));
                 });
             batch.betweenRecords();
-            if (when(on, [&] { return P.ContinueFlag; })) {
-                on([&] { P.ContinueFlag = false; });
-                break;
-            }
-            if (when(on, [&] { return CancelFlag; })) {
-                on([&] { CancelFlag = false; });
-                break;
-            }
+            if (stopAsked(on)) break;
             on([&] { rs->MoveNext(); });
         }
     }

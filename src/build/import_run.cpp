@@ -72,15 +72,20 @@ void Bulk::importRun(Trap& on) {
         readRecord(on);
         importRecord(on);
         on([&] { Runtime::Current().LetEventsRun(); });
-        if (when(on, [&] { return P.ContinueFlag; })) {
-            on([&] { P.ContinueFlag = false; });
-            break;
-        }
-        if (when(on, [&] { return CancelFlag; })) {
-            on([&] { CancelFlag = false; });
-            break;
-        }
+        if (stopAsked(on)) break;
     }
+}
+
+bool Bulk::stopAsked(Trap& on) {
+    if (when(on, [&] { return P.ContinueFlag; })) {
+        on([&] { P.ContinueFlag = false; });
+        return true;
+    }
+    if (when(on, [&] { return CancelFlag; })) {
+        on([&] { CancelFlag = false; });
+        return true;
+    }
+    return false;
 }
 
 void Bulk::readRecord(Trap& on) {

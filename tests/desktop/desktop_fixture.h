@@ -65,6 +65,8 @@ class DesktopFixture : public ::testing::Test {
     QRect pageBox(const QString& code);
     // A real click of the mouse at a point of the pane's page.
     void clickInPane(QPoint at);
+    // A real click on the link of the page whose href is the word; false when there is none.
+    bool clickLink(const QString& word);
 
     QTemporaryDir folder_, settings_;
     std::unique_ptr<desktop::DesktopProgram> program_;
