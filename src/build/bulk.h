@@ -14,8 +14,7 @@ class DaoRecordset;
 struct EventArgs;
 
 // The file dialog's filter for the text files of an import or an export.
-inline constexpr const char* TextFilesFilter =
-    "Text|*.txt|Comma Delimted|*.csv|Tab Delimited|*.tab|Documents|*.doc|All Files|*.*";
+extern const char* const TextFilesFilter;
 
 // Where a stage of GetFiles leaves off: on to the next stage, straight to the run, or to the
 // common ending.

@@ -14,6 +14,9 @@
 
 namespace fs = std::filesystem;
 
+const char* const TextFilesFilter =
+    "Text|*.txt|Comma Delimted|*.csv|Tab Delimited|*.tab|Documents|*.doc|All Files|*.*";
+
 namespace {
 
 constexpr int HeadLines = 25;

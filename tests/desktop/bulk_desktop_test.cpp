@@ -40,7 +40,9 @@ class BulkDesktopTest : public DesktopFixture {
             if (next < steps.size() && steps[next].due()) steps[next++].act();
         });
         user.start(100);
-        if (!form()("Frame5").Visible()) EXPECT_TRUE(click("Command21"));
+        if (!form()("Frame5").Visible()) {
+            EXPECT_TRUE(click("Command21"));
+        }
         EXPECT_TRUE(click(button));
         user.stop();
         EXPECT_EQ(next, steps.size());
@@ -87,7 +89,7 @@ TEST_F(BulkDesktopTest, ExportDbWritesTheClickedColumnsToTheNamedFile) {
                               [&] {
                                   QFileDialog* save = openDialog<QFileDialog>();
                                   save->selectFile(file);
-                                  save->accept();
+                                  QMetaObject::invokeMethod(save, "accept", Qt::QueuedConnection);
                               }},
                              {[&] { return pageHolds("Total Records Exported"); },
                               [&] { EXPECT_TRUE(clickLink("CONTINUE")); }}});

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/convert.h"
+#include "base/vb_error.h"
 #include "catalogue_fixture.h"
 
 namespace {
@@ -23,6 +24,15 @@ struct BulkRuns : ::testing::Test {
     }
     DaoRecordset& rs() { return data->Recordset(); }
     std::string stockNo() { return CStr(rs().GetValue("StockNo")); }
+    // A move on, as the bulk tools make it: past the end it faults (3021), which they pass
+    // over.
+    void moveNext() {
+        try {
+            rs().MoveNext();
+        } catch (const VbError& e) {
+            EXPECT_EQ(e.Number(), 3021);
+        }
+    }
 };
 
 TEST_F(BulkRuns, DeletingFromTheFirstToTheEndEmptiesTheSelectionAndNothingElse) {
@@ -31,7 +41,7 @@ TEST_F(BulkRuns, DeletingFromTheFirstToTheEndEmptiesTheSelectionAndNothingElse) 
     int deleted = 0;
     while (!rs().Eof()) {
         rs().Delete();
-        rs().MoveNext();
+        moveNext();
         ++deleted;
     }
     EXPECT_EQ(deleted, 4);
@@ -72,8 +82,8 @@ TEST_F(BulkRuns, DeletingEverySecondRowKeepsTheOthers) {
     rs().MoveFirst();
     while (!rs().Eof()) {
         rs().Delete();
-        rs().MoveNext();
-        if (!rs().Eof()) rs().MoveNext();
+        moveNext();
+        if (!rs().Eof()) moveNext();
     }
     EXPECT_EQ(cat.query("SELECT StockNo FROM Products ORDER BY PID"), "D1|B1|D4");
     EXPECT_EQ(rs().RecordCount(), 3);
