@@ -28,7 +28,7 @@ void ProgramUi::WaitForUser() {
 ProgramTest::ProgramTest() {
     // The data files that ship beside the program; not the catalogue nor the executable.
     const fs::path shipped(PROGRAM_FILES_DIR);
-    for (const char* name : {"Pictures", "Help", "Media", "TIPOFDAY.TXT", "textpic.jpg",
+    for (const char* name : {"Pictures", "Help", "Media", "Pages", "TIPOFDAY.TXT", "textpic.jpg",
                              "webpage.jpg", "music.jpg", "exepic.jpg"}) {
         if (fs::exists(shipped / name))
             fs::copy(shipped / name, fs::path(appDir()) / name, fs::copy_options::recursive);

@@ -50,7 +50,13 @@ struct RecordingUi : Ui {
         dialog.FileName = openAnswer;
         return true;
     }
-    bool ShowSave(CommonDialog&) override { return false; }
+    // The file the save dialog answers with; "" cancels it.
+    std::string saveAnswer;
+    bool ShowSave(CommonDialog& dialog) override {
+        if (saveAnswer.empty()) return false;
+        dialog.FileName = saveAnswer;
+        return true;
+    }
     bool ShowFont(CommonDialog&) override { return false; }
     bool ShowColor(CommonDialog&) override { return false; }
     Control* PopupMenu(Form&, const std::string&) override { return nullptr; }

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::int32_t White = 0xFFFFFF;
 constexpr std::int32_t Filled = 0xFFFF80;
+constexpr std::int32_t SourceBack = 0xC0FFFF;
 constexpr std::int32_t Black = 0;
 constexpr int LastSourceBox = 41;
 constexpr int NoLookupItem = 777;
@@ -52,6 +53,8 @@ void Bulk::createBoard() {
         const double left = 4700 + (i / 14) * 1520.0, top = 300 + (i % 14) * 340.0;
         Control& box = addControl(P, "Label2", ControlKind::Label, i, {left, top, 1450, 285});
         box.SetProperty("DragMode", Variant::Integer(1));
+        // Pale yellow, so that the pieces to drag stand apart from the white fields.
+        box.SetProperty("BackColor", Variant::Long(SourceBack));
         box.SetVisible(false);
         inside(box, "Frame11");
     }

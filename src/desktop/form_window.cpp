@@ -296,6 +296,9 @@ QWidget* FormWindow::makeWidget(Control& control, QWidget* parent) {
         }
         case ControlKind::Frame:
             w = new QGroupBox(parent);
+            // A frame hides what lies under it, the pane included, as the board over the
+            // pane needs.
+            w->setAutoFillBackground(true);
             break;
         case ControlKind::ListBox:
         case ControlKind::FileList:

@@ -82,6 +82,9 @@ class Recordset {
     virtual void CancelUpdate() = 0;
     virtual void Delete(int affect = ado::adAffectCurrent) = 0;
     virtual int EditMode() const = 0;
+    // The current row read again from the file, so that what another record set stored
+    // shows; the position stays and no move is raised.
+    virtual void Resync(int affect = ado::adAffectCurrent) = 0;
 
     virtual void Find(const std::string& criteria, long skipRows = 0,
                       int direction = ado::adSearchForward) = 0;

@@ -1,9 +1,9 @@
 // The item view: the current record written as page.htm in the program folder and shown
 // in the pane. Every line of the page is written here as it stands.
-#include <filesystem>
 #include <functional>
 
 #include "base/convert.h"
+#include "base/files.h"
 #include "base/format.h"
 #include "base/strings.h"
 #include "base/textio.h"
@@ -27,20 +27,13 @@ enum Column {
 
 const std::string quote = "\"";
 
-// The directory entry of a file: its name when it exists, "" when it does not.
-std::string dirEntry(const std::string& path) {
-    std::error_code ec;
-    if (path.empty() || !std::filesystem::is_regular_file(path, ec)) return {};
-    return std::filesystem::path(path).filename().string();
-}
-
 // The part of a path after its last "/".
 std::string fileName(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
 bool exists(const std::string& path) {
-    return !dirEntry(path).empty();
+    return !Dir(path).empty();
 }
 
 }  // namespace
@@ -115,7 +108,7 @@ void Products::ShowPicture() {
         Height = "85";
     }
     if (when(on, [&] { return !adoPrimaryRS->GetValue(Picture).IsNull(); }))
-        on([&] { PicFile = dirEntry(field(Picture)); });
+        on([&] { PicFile = Dir(field(Picture)); });
     if (PicFile.empty()) {
         if (when(on, [&] { return Left(UCase(field(StockNo)), 1) == "X"; }))
             on([&] {
@@ -141,7 +134,7 @@ void Products::ShowPicture() {
                 });
             });
         if (when(on, [&] { return !adoPrimaryRS->GetValue(Picture).IsNull(); }))
-            on([&] { PicFile = dirEntry(field(Picture)); });
+            on([&] { PicFile = Dir(field(Picture)); });
     }
 
     if (PicFile.empty()) {

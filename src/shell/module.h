@@ -91,6 +91,13 @@ struct Module {
     NAMED_VAR(Boxes<std::int16_t>, BoxField);
     NAMED_VAR(Boxes<Variant>, BoxOrder);
     NAMED_VAR(BoxLists<Variant>, BoxListIndex);
+
+    // The page generator's run.
+    NAMED_VAR(bool, PanelGo);  // set by every panel button and setting; ends the run's waits
+    NAMED_VAR(Variant, SelectItemsMode);
+    NAMED_VAR(bool, SelectDefault);
+    NAMED_VAR(Variant, ItemSerial);
+    NAMED_VAR(Variant, TotalPages);
 };
 
 // The shared variables of the running program.

@@ -52,6 +52,9 @@ class Products : public Form {
     // Start-up and ending (shell/products_startup.cpp).
     void Form_Load() override;
     void Form_Activate() override;
+    // The current product read again from the catalogue, so that the counters the stock
+    // forms stored show in the boxes; a change typed and not yet stored stays.
+    void showStoredRow(Trap& on);
     void Form_QueryUnload(int& Cancel, int UnloadMode) override;
     void Form_Unload(int& Cancel) override;
     void ReBuildDB();

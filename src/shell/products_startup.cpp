@@ -101,26 +101,41 @@ void Products::Form_Load() {
     on([&] { m.StartingUp = false; });
 }
 
+void Products::showStoredRow(Trap& on) {
+    // The stock forms store through record sets of their own.
+    if (!when(on, [&] { return !adoPrimaryRS->Bof() && !adoPrimaryRS->Eof(); })) return;
+    on([&] { adoPrimaryRS->Resync(ado::adAffectCurrent); });
+    on([&] { binding.Refresh(); });
+}
+
 void Products::Form_Activate() {
     Trap on = reportTo("(Form) Products::Sub Form_Activate");
     Runtime& rt = Runtime::Current();
     Module& m = Mod();
     on([&] { rt.SetMousePointer(vb::vbNormal); });
     on([&] { (*this)("txtFields", 19).SetVisible(false); });
+    showStoredRow(on);
     if (when(on, [&] { return m.SoldQty > 0; })) {
-        on([&] {
-            adoPrimaryRS->Find("StockNo = '" + CStr(m.PassedKey) + "'", 0, ado::adSearchForward);
-        });
-        on([&] {
-            Control& inventory = (*this)("txtFields", 8);
-            inventory.SetText(CStr(Variant::Double(CDbl(Variant(inventory.Text())) - m.SoldQty)));
-        });
-        on([&] {
-            Control& sold = (*this)("txtFields", 11);
-            sold.SetText(CStr(::Add(Variant(sold.Text()), Variant::Integer(m.SoldQty))));
-        });
-        on([&] { adoPrimaryRS->MoveNext(); });
-        on([&] { adoPrimaryRS->MovePrevious(); });
+        // Criteria that the store refuses (an apostrophe in the stock number) leave the row
+        // where it was, another product's: its counters are left alone.
+        if (on([&] {
+                adoPrimaryRS->Find("StockNo = '" + CStr(m.PassedKey) + "'", 0,
+                                   ado::adSearchForward);
+            })) {
+            // The sale comes off the counters as stored, not as this form last read them.
+            showStoredRow(on);
+            on([&] {
+                Control& inventory = (*this)("txtFields", 8);
+                inventory.SetText(
+                    CStr(Variant::Double(CDbl(Variant(inventory.Text())) - m.SoldQty)));
+            });
+            on([&] {
+                Control& sold = (*this)("txtFields", 11);
+                sold.SetText(CStr(::Add(Variant(sold.Text()), Variant::Integer(m.SoldQty))));
+            });
+            on([&] { adoPrimaryRS->MoveNext(); });
+            on([&] { adoPrimaryRS->MovePrevious(); });
+        }
         on([&] { m.SoldQty = 0; });
         on([&] { m.PassedKey = Variant(""); });
     }

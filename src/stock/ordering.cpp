@@ -175,11 +175,17 @@ void Ordering::Command1_Click() {
     if (when(on, [&] { return stageIs(m.OrderOpen, 3); })) {
         Control& onOrder = P("txtFields", OnOrderBox);
         Control& notes = P("txtFields", NotesBox);
+        // Receiving may have lowered the count since the form read it.
+        P.showStoredRow(on);
         on([&] {
             onOrder.SetText(CStr(::Add(Variant::Double(Val(onOrder.Text())), m.SalePrice)));
         });
-        // The step away and back stores the new count.
-        if (when(on, [&] { return !P.adoPrimaryRS->Eof(); })) {
+        // The step away and back stores the new count; from the last product the step
+        // away is backwards, so that the note below goes to the product ordered.
+        if (when(on, [&] {
+                return !P.adoPrimaryRS->Eof() &&
+                       P.adoPrimaryRS->AbsolutePosition() < P.adoPrimaryRS->RecordCount();
+            })) {
             on([&] { P.cmdNext_Click(); });
             on([&] { P.cmdPrevious_Click(); });
         } else {

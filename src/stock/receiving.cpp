@@ -32,20 +32,26 @@ bool frmOrders::bookLine(Trap& on) {
     Recordset& products = *adoprimaryrs2;
     Recordset& stock = *adoprimaryrs3;
     // Stock numbers go into the criteria as they stand, searched from the current row on.
-    on([&] { products.Find("stockno = '" + Stock + "'", 0, ado::adSearchForward); });
-    on([&] {
-        products.Fields("Inventory")
-            .SetValue(::Add(products.Fields("Inventory").Value(), Variant(Qty)));
-    });
-    on([&] { products.Fields("OnOrder").SetValue(less(products.Fields("OnOrder").Value(), Qty)); });
-    on([&] {
-        products.Fields("Notes").SetValue(
-            ::Add(products.Fields("Notes").Value(),
-                  Variant(Format(Variant(text(DateReceived)), "MM/DD/YY") + " - Received Item" +
-                          vb::vbCrLf)));
-    });
-    on([&] { stock.Find("[Product Id] = '" + Stock + "'", 0, ado::adSearchForward); });
-    if (when(on, [&] { return stock.AbsolutePosition() < 0; })) {
+    // Criteria that the store refuses (an apostrophe in the number) leave the record set
+    // where it was: the row there is another product's, so it is left alone.
+    if (on([&] { products.Find("stockno = '" + Stock + "'", 0, ado::adSearchForward); })) {
+        on([&] {
+            products.Fields("Inventory")
+                .SetValue(::Add(products.Fields("Inventory").Value(), Variant(Qty)));
+        });
+        on([&] {
+            products.Fields("OnOrder").SetValue(less(products.Fields("OnOrder").Value(), Qty));
+        });
+        on([&] {
+            products.Fields("Notes").SetValue(
+                ::Add(products.Fields("Notes").Value(),
+                      Variant(Format(Variant(text(DateReceived)), "MM/DD/YY") + " - Received Item" +
+                              vb::vbCrLf)));
+        });
+    }
+    const bool searched =
+        on([&] { stock.Find("[Product Id] = '" + Stock + "'", 0, ado::adSearchForward); });
+    if (!searched || when(on, [&] { return stock.AbsolutePosition() < 0; })) {
         on([&] { stock.AddNew(); });
         on([&] { stock.Fields("Product Id").SetValue(Variant(Stock)); });
         on([&] { stock.Fields("Number").SetValue(Variant(Qty)); });
@@ -109,7 +115,8 @@ void frmOrders::Command2_Click() {
         ReceivedOn = rt.ui().InputBox("Enter Date Received Below.", "Date Received",
                                       Format(Variant::Date(theClock().Date()), "MM/DD/YYYY"));
     });
-    on([&] { adoPrimaryRS->SetFilter("[order id] = '" + order + "'"); });
+    // Refused criteria lift the filter: the set would then hold every order's lines.
+    if (!on([&] { adoPrimaryRS->SetFilter("[order id] = '" + order + "'"); })) return;
     on([&] { adoPrimaryRS->MoveFirst(); });
     for (bool more = false; on([&] { more = !adoPrimaryRS->Eof(); }) && more;) {
         on([&] { (*this)("txtFields", DateReceived).SetText(ReceivedOn); });

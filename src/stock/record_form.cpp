@@ -88,8 +88,10 @@ void RecordForm::createControls() {
                ">");
     addControl(*this, "cmdLast", ControlKind::CommandButton, -1, {4875, moveTop, 345, ButtonHeight},
                ">|");
-    SetNum("Width", std::max(5700.0, 240 + ColumnWidth * ((boxes_.size() + RowsPerColumn - 1) /
-                                                          RowsPerColumn)));
+    // Wide enough for the row of five buttons, and for the columns of boxes.
+    const double buttonsWidth = 240 + 5 * ButtonWidth + 4 * 60;
+    const double columns = static_cast<double>((boxes_.size() + RowsPerColumn - 1) / RowsPerColumn);
+    SetNum("Width", std::max(buttonsWidth, 240 + ColumnWidth * columns));
     SetNum("Height", moveTop + ButtonHeight + 600);
 }
 

@@ -247,6 +247,22 @@ void Cursor::update() {
     pending_.clear();
 }
 
+void Cursor::resync() {
+    const int row = currentRow();
+    if (edit_ == Edit::Add) return;
+    bool found = false;
+    file_->readRow(tableName_, namesOf(table_), table_.rowid(row), [&](sqlite3_stmt* stmt) {
+        found = true;
+        for (int c = 0; c < table_.columnCount(); ++c) {
+            unlinkFromIndex(c, pos_);
+            table_.setStored(row, c, SqliteFile::column(stmt, c));
+            linkIntoIndex(c, pos_);
+        }
+    });
+    // Deleted from the file by another record set.
+    if (!found) throw VbError(vberr::NoCurrentRecord);
+}
+
 void Cursor::cancelUpdate() {
     if (edit_ == Edit::Add) {
         int row = view_.back();

@@ -51,6 +51,9 @@ class Cursor {
     void update();
     void cancelUpdate();
     void deleteCurrent();
+    // Reads the current row again from the file: what other record sets stored shows; a
+    // pending change stays on top. A row added and not stored has nothing to read.
+    void resync();
 
     // A text refused on parsing or on any row fails and changes nothing.
     void setFilter(const std::string& criteria);

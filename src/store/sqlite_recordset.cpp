@@ -173,6 +173,10 @@ void SqliteRecordset::CancelUpdate() {
     if (adding) fireMove();
 }
 
+void SqliteRecordset::Resync(int) {
+    open().resync();
+}
+
 void SqliteRecordset::Delete(int) {
     open().currentRow();
     fireWillChange();

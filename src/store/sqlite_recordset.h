@@ -41,6 +41,7 @@ class SqliteRecordset : public Recordset {
     void CancelUpdate() override;
     void Delete(int affect) override;
     int EditMode() const override;
+    void Resync(int affect) override;
 
     void Find(const std::string& criteria, long skipRows, int direction) override;
     std::string Filter() const override;

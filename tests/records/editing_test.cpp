@@ -56,6 +56,7 @@ class Wrapped : public Recordset {
     void CancelUpdate() override { in->CancelUpdate(); }
     void Delete(int a) override { in->Delete(a); }
     int EditMode() const override { return in->EditMode(); }
+    void Resync(int a) override { in->Resync(a); }
     void Find(const std::string& c, long s, int d) override { in->Find(c, s, d); }
     std::string Filter() const override { return in->Filter(); }
     void SetFilter(const std::string& c) override { in->SetFilter(c); }

@@ -135,13 +135,18 @@ TEST_F(OrderItem, HalvesOfAQuantityGoToTheEvenNeighbour) {
     EXPECT_EQ(line("NumberOrdered"), "2");
 }
 
-TEST_F(OrderItem, ASupplierWithNoDiscountCostsThatOneFigure) {
+TEST_F(OrderItem, ADiscountBlankOrInWordsIsReportedAndTheLineGoesOn) {
     catalogue();
-    cat.sql("UPDATE Supplier SET Discounts = NULL;");
-    orderItem({"A100", "4", "0"});
-    EXPECT_EQ(reports.at(0), "13 (Form) Products::Sub Command1_Click");
-    EXPECT_EQ(line("Discount"), "Null");
-    EXPECT_EQ(line("Fees"), "2");
+    for (const char* discounts : {"NULL", "'ten'"}) {
+        reports.clear();
+        cat.sql(std::string("DELETE FROM Orders; UPDATE Supplier SET Discounts = ") + discounts);
+        Mod().PassedKey = Variant("");
+        orderItem({"A100", "4", "0"});
+        EXPECT_EQ(reports.at(0), "13 (Form) Products::Sub Command1_Click") << discounts;
+        EXPECT_EQ(line("Discount"), "Null") << discounts;
+        EXPECT_EQ(line("Fees"), "2") << discounts;
+    }
+    EXPECT_EQ(cat.query("SELECT OnOrder FROM Products WHERE StockNo = 'S1'"), "9");
 }
 
 TEST_F(OrderItem, AFeeWrittenWithWordsCountsItsLeadingNumberInTheTotals) {

@@ -172,6 +172,50 @@ TEST_F(Receiving, LineByLineAfterANewRowMakesASecondRowForAnEarlierProduct) {
               "S1 1|S2 2|S1 3");
 }
 
+TEST_F(Receiving, AnOrderReceivedTwiceIsBookedTwice) {
+    products();
+    lines("('A100', 'S1', 3, 30, 10, 'Bead')");
+    RecordForm& f = receiveAll("03/09/2004");
+    ui.inputAnswer = "03/10/2004";
+    click(f, "Command2");
+    // Nothing stops the second run: OnOrder goes below nought.
+    EXPECT_EQ(product("S1", "Inventory || ' ' || OnOrder"), "8 -1");
+    EXPECT_EQ(inHand(), "S1 6 10 9.5");
+    EXPECT_EQ(product("S2", "Inventory || ' ' || OnOrder"), "0 3");
+    EXPECT_TRUE(reports.empty());
+}
+
+TEST_F(Receiving, AnOrderNumberWithAnApostropheIsReportedAndNothingIsBooked) {
+    products();
+    lines("('B200', 'S2', 2, 5, 2.5, 'Pot'), ('O''Neil', 'S1', 3, 30, 10, 'Bead')");
+    RecordForm& f = open("frmOrders");
+    click(f, "cmdNext");
+    ui.msgBoxAnswer = vb::vbYes;
+    ui.inputAnswer = "03/09/2004";
+    click(f, "Command2");
+    EXPECT_EQ(ui.boxes.at(0).prompt, "Receive ALL Items For This Invoice: O'Neil");
+    EXPECT_EQ(reports, std::vector<std::string>{"3001 (Form) frmOrders::Sub command2_click"});
+    // The other order's line is not booked with it.
+    EXPECT_EQ(product("S1", "Inventory || ' ' || OnOrder"), "2 5");
+    EXPECT_EQ(product("S2", "Inventory || ' ' || OnOrder"), "0 3");
+    EXPECT_EQ(inHand(), "");
+    EXPECT_EQ(cat.query("SELECT COUNT(*) FROM Orders WHERE [Date Received] IS NOT NULL"), "0");
+}
+
+TEST_F(Receiving, AStockNumberWithAnApostropheTouchesNoOtherProductAndGetsARow) {
+    products();
+    addProduct("T''1", "", "Inventory, OnOrder", "0, 2");
+    cat.sql("INSERT INTO Inventory ([Product Id], Number) VALUES ('S1', 1);");
+    lines("('A100', 'T''1', 2, 5, 2.5, 'Tin')");
+    receiveAll("03/09/2004");
+    EXPECT_EQ(reports, (std::vector<std::string>{"3001 (Form) frmOrders::Sub command2_click",
+                                                 "3001 (Form) frmOrders::Sub command2_click"}));
+    EXPECT_EQ(product("S1", "Inventory || ' ' || OnOrder || ' ' || Notes"), "2 5 N.");
+    EXPECT_EQ(product("T''1", "Inventory || ' ' || OnOrder"), "0 2");
+    EXPECT_EQ(cat.query("SELECT [Product Id] || ' ' || Number FROM Inventory ORDER BY rowid"),
+              "S1 1|T'1 2");
+}
+
 TEST_F(Receiving, AnEmptyOrdersTableDoesNothing) {
     products();
     RecordForm& f = open("frmOrders");

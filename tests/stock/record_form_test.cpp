@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "stock_fixture.h"
+#include "store/sqlite_file.h"
 
 namespace {
 
@@ -16,6 +17,12 @@ struct RecordForms : StockTest {
             "(2, 'Bolt', 'Rye', 0);");
     }
     bool live(Form& f, const char* button) { return f(button).Enabled(); }
+    // Another program holds the file for writing until its handle commits.
+    std::shared_ptr<SqliteFile> lockedByAnother() {
+        auto other = SqliteFile::open(cat.path());
+        other->execScript("BEGIN IMMEDIATE; UPDATE Supplier SET City = 'Ely' WHERE SID = 1");
+        return other;
+    }
 };
 
 TEST_F(RecordForms, AnEmptyTableHasNoCurrentRecordsAndOnlyAddAndCloseLive) {
@@ -75,6 +82,44 @@ TEST_F(RecordForms, AddThenUpdateStoresTheRowAndGoesToTheLast) {
     EXPECT_TRUE(f("cmdAdd").Visible());
     EXPECT_FALSE(f("cmdUpdate").Visible());
     EXPECT_TRUE(live(f, "cmdNext"));
+}
+
+TEST_F(RecordForms, ARowRefusedAtUpdateIsReportedAndStaysPendingForTheUser) {
+    twoSuppliers();
+    RecordForm& f = open("frmSupplier");
+    auto other = lockedByAnother();
+    click(f, "cmdAdd");
+    type(f, 8, "Crane");
+    click(f, "cmdUpdate");
+    EXPECT_EQ(reports, std::vector<std::string>{"3218 (Form) frmSupplier::Sub cmdUpdate_Click"});
+    EXPECT_EQ(f.AddFlag, -1);
+    EXPECT_EQ(status(f), "Add record");
+    EXPECT_TRUE(f("cmdUpdate").Visible());
+    EXPECT_FALSE(f("cmdAdd").Visible());
+    EXPECT_EQ(box(f, 8), "Crane");
+    other->execScript("COMMIT");
+    EXPECT_EQ(cat.query("SELECT Name FROM Supplier ORDER BY SID"), "Acme|Bolt");
+    // Once the file is free, Update stores the row as typed.
+    click(f, "cmdUpdate");
+    EXPECT_EQ(cat.query("SELECT Name FROM Supplier ORDER BY SID"), "Acme|Bolt|Crane");
+    EXPECT_EQ(f.AddFlag, 0);
+    EXPECT_EQ(status(f), "Record: 3  of  3");
+}
+
+TEST_F(RecordForms, ARowRefusedAtUpdateThenCancelledLeavesNothing) {
+    twoSuppliers();
+    RecordForm& f = open("frmSupplier");
+    auto other = lockedByAnother();
+    click(f, "cmdEdit");
+    type(f, 3, "Hull");
+    click(f, "cmdUpdate");
+    EXPECT_EQ(f.EditFlag, -1);
+    click(f, "cmdCancel");
+    other->execScript("COMMIT");
+    EXPECT_EQ(cat.query("SELECT City FROM Supplier ORDER BY SID"), "Ely|Rye");
+    EXPECT_EQ(box(f, 3), "Ely");
+    EXPECT_EQ(status(f), "Record: 1  of  2");
+    EXPECT_TRUE(f("cmdAdd").Visible());
 }
 
 TEST_F(RecordForms, CancelOfAnAddGoesBackToTheSavedRow) {

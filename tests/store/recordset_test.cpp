@@ -294,6 +294,32 @@ TEST_F(Three, AnotherRecordSetSeesAChangeOnlyAfterRequery) {
     EXPECT_EQ(CStr(other->Fields("ProdName").Value()), "Quince");
 }
 
+TEST_F(Three, ResyncReadsTheCurrentRowAgainAndKeepsItsPlaceAndAPendingChange) {
+    auto other = cat.open(StatementB, *conn);
+    rs->Fields("ProdName").SetValue("Quince");
+    rs->Fields("Notes").SetValue("kept");
+    rs->Update();
+    other->Fields("Notes").SetValue("typed");
+    const long at = other->AbsolutePosition();
+    int moves = 0;
+    other->MoveComplete = [&] { ++moves; };
+    other->Resync();
+    EXPECT_EQ(CStr(other->Fields("ProdName").Value()), "Quince");
+    EXPECT_EQ(CStr(other->Fields("Notes").Value()), "typed");
+    EXPECT_EQ(other->AbsolutePosition(), at);
+    EXPECT_EQ(moves, 0);
+    // A find by the new value finds the row.
+    other->MoveLast();
+    other->Find("ProdName = 'Quince'", 0, ado::adSearchBackward);
+    EXPECT_EQ(other->AbsolutePosition(), at);
+}
+
+TEST_F(Three, ResyncOfARowDeletedElsewhereHasNoCurrentRecord) {
+    auto other = cat.open(StatementB, *conn);
+    rs->Delete();
+    EXPECT_VBERROR(other->Resync(), 3021);
+}
+
 TEST_F(Three, RequeryKeepsFilterAndSort) {
     rs->SetFilter("[Category] = 'Paint'");
     rs->SetSort("StockNo Desc");
