@@ -118,10 +118,9 @@ void Bulk::exportRecord(Trap& on, DaoRecordset& rs) {
         });
     }
     on([&] {
-        rs.SetValue(
-            NotesColumn,
-            Variant(textOf(rs.GetValue(NotesColumn)) + noteDate() +
-                    " - Exported This Item To File: " + UCase(exportName_) + ".TXT" + vb::vbCrLf));
+        rs.SetValue(NotesColumn, Variant(textOf(rs.GetValue(NotesColumn)) + noteDate() +
+                                         " - Exported This Item To File: " + UCase(exportName_) +
+                                         ".TXT" + vb::vbCrLf));
     });
 }
 

@@ -19,7 +19,8 @@ class BulkDesktopTest : public DesktopFixture {
 
     // The build menu's frame shows once the main form is in edit mode.
     void clickTool(const std::string& button) {
-        if (!form()("Frame5").Visible()) QTest::mouseClick(widget(form(), "Command21"), Qt::LeftButton);
+        if (!form()("Frame5").Visible())
+            QTest::mouseClick(widget(form(), "Command21"), Qt::LeftButton);
         QTest::mouseClick(widget(form(), button), Qt::LeftButton);
     }
 };

@@ -152,17 +152,6 @@ QRect DesktopFixture::pageBox(const QString& code) {
     return QRect(r[0].toInt(), r[1].toInt(), r[2].toInt(), r[3].toInt());
 }
 
-bool DesktopFixture::clickLink(const QString& word) {
-    const QRect link = pageBox(QString("(() => { for (const a of document.links)"
-                                       " if (a.getAttribute('href') === '%1') {"
-                                       " const b = a.getBoundingClientRect();"
-                                       " return [b.x, b.y, b.width, b.height]; } return []; })()")
-                                   .arg(word));
-    if (link.isEmpty()) return false;
-    clickInPane(link.center());
-    return true;
-}
-
 void DesktopFixture::clickInPane(QPoint at) {
     QWidget* surface = pane().view()->focusProxy() ? pane().view()->focusProxy() : pane().view();
     QTest::mouseClick(surface, Qt::LeftButton, {}, at);

@@ -164,6 +164,8 @@ class SearchDesktopTest : public DesktopFixture {
     }
 
     // A real click of the mouse on the pane's link to a word.
+    bool clickLink(const QString& word) { return clickInPage("a[href='" + word + "']"); }
+
     // The Detailed Search button. The program waits inside its click until the modal form
     // closes, and then again until the pane's CONTINUE link is clicked; the user acts from
     // within those waits: `onForm` once the form shows, `afterwards` once the status line
