@@ -1,6 +1,7 @@
 #include "reports/report_run.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <unordered_map>
@@ -280,7 +281,8 @@ RanReport runReport(const ReportDesign& d, const std::string& databasePath) {
         const auto from = layout.lines.begin() + static_cast<long>(i);
         const auto to =
             layout.lines.begin() + static_cast<long>(std::min(layout.lines.size(), i + d.lines));
-        report.pages.push_back({std::vector<ReportLine>(from, to)});
+        report.pages.push_back(
+            {std::vector<ReportLine>(std::make_move_iterator(from), std::make_move_iterator(to))});
     }
     return report;
 }
