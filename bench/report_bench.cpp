@@ -13,9 +13,12 @@
 // Chromium's own start is timed once, printing a page of one line.
 // See docs/PERFORMANCE.md.
 
+#include <sys/resource.h>
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -62,11 +65,14 @@ int runEngine(const std::string& catalogue, const std::string& pdf, const std::s
     const double start = residentMiB();
     try {
         const auto t0 = Clock::now();
+        const std::clock_t cpu0 = std::clock();
         const ReportDesign design = readReportDesign(REPORT_FILE);
         const RanReport report = runReport(design, catalogue);
         writeReportPdf(report, design.title, pdf);
         const double seconds = secondsSince(t0);
-        std::printf("%.3f %zu %.1f %.1f\n", seconds, report.pages.size(), start, peakResidentMiB());
+        const double cpu = static_cast<double>(std::clock() - cpu0) / CLOCKS_PER_SEC;
+        std::printf("%.3f %.3f %zu %.1f %.1f\n", seconds, cpu, report.pages.size(), start,
+                    peakResidentMiB());
         std::ofstream(html, std::ios::binary) << reportHtml(report, design.title);
         return 0;
     } catch (const VbError& e) {
@@ -77,7 +83,7 @@ int runEngine(const std::string& catalogue, const std::string& pdf, const std::s
 
 struct Result {
     int rows = 0;
-    double ours = 0, browser = -1;
+    double ours = 0, browser = -1, oursCpu = 0, browserCpu = 0;
     long pages = 0, browserPages = -1, expectedPages = 0;
     double startMiB = 0, peakMiB = 0;
     double pdfMiB = 0, htmlMiB = 0;
@@ -89,13 +95,24 @@ double mib(const std::string& file) {
     return ec ? 0 : static_cast<double>(size) / (1024.0 * 1024.0);
 }
 
-// Seconds of headless Chromium printing `html` to `pdf`, -1 when it cannot.
-double printWithChromium(const std::string& html, const std::string& pdf) {
+// The CPU seconds of the children this process has waited for, Chromium's helpers included.
+double childrenCpu() {
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    auto seconds = [](const timeval& t) { return static_cast<double>(t.tv_sec) + t.tv_usec / 1e6; };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+// Seconds of headless Chromium printing `html` to `pdf`, -1 when it cannot; `cpu` gets the
+// CPU seconds of all its processes.
+double printWithChromium(const std::string& html, const std::string& pdf, double& cpu) {
     const auto t0 = Clock::now();
+    const double cpu0 = childrenCpu();
     const int status = std::system(("timeout 1800 chromium --headless --no-sandbox "
                                     "--print-to-pdf='" +
                                     pdf + "' 'file://" + html + "' >/dev/null 2>&1")
                                        .c_str());
+    cpu = childrenCpu() - cpu0;
     return status == 0 && fs::exists(pdf) ? secondsSince(t0) : -1;
 }
 
@@ -110,8 +127,8 @@ bool measure(const std::string& self, const std::string& folder, Result& r) {
 
     const std::string line =
         outputOf("'" + self + "' --engine '" + catalogue + "' '" + pdf + "' '" + html + "'");
-    if (std::sscanf(line.c_str(), "%lf %ld %lf %lf", &r.ours, &r.pages, &r.startMiB, &r.peakMiB) !=
-        4)
+    if (std::sscanf(line.c_str(), "%lf %lf %ld %lf %lf", &r.ours, &r.oursCpu, &r.pages, &r.startMiB,
+                    &r.peakMiB) != 5)
         return false;
     // all.rpt has no groups: a body line per product and the report's total, 45 a page.
     r.expectedPages = (r.rows + 1 + 44) / 45;
@@ -124,13 +141,14 @@ bool measure(const std::string& self, const std::string& folder, Result& r) {
     r.pdfMiB = mib(pdf);
     r.htmlMiB = mib(html);
 
-    r.browser = printWithChromium(html, browserPdf);
+    r.browser = printWithChromium(html, browserPdf, r.browserCpu);
     if (r.browser >= 0) r.browserPages = pdfPages(browserPdf);
     std::printf(
-        "%d products: engine %.2f s, %ld pages (%ld expected), resident %.0f -> peak "
-        "%.0f MiB, PDF %.1f MiB; chromium %.2f s, %ld pages\n",
-        r.rows, r.ours, r.pages, r.expectedPages, r.startMiB, r.peakMiB, r.pdfMiB, r.browser,
-        r.browserPages);
+        "%d products: engine %.2f s (%.2f s CPU), %ld pages (%ld expected), resident "
+        "%.0f -> peak %.0f MiB, PDF %.1f MiB; chromium %.2f s (%.2f s CPU), %ld pages, "
+        "HTML %.1f MiB\n",
+        r.rows, r.ours, r.oursCpu, r.pages, r.expectedPages, r.startMiB, r.peakMiB, r.pdfMiB,
+        r.browser, r.browserCpu, r.browserPages, r.htmlMiB);
     std::fflush(stdout);
     return r.pages == r.expectedPages;
 }
@@ -153,8 +171,9 @@ int main(int argc, char** argv) {
     // What Chromium takes whatever it prints: starting, loading a page of one line, ending.
     fs::create_directories(folder);
     std::ofstream(folder + "/line.htm") << "<p>One line.</p>\n";
-    std::printf("chromium, a page of one line: %.2f s\n",
-                printWithChromium(folder + "/line.htm", folder + "/line.pdf"));
+    double lineCpu = 0;
+    const double line = printWithChromium(folder + "/line.htm", folder + "/line.pdf", lineCpu);
+    std::printf("chromium, a page of one line: %.2f s (%.2f s CPU)\n", line, lineCpu);
 
     std::vector<Result> results;
     for (int rows : sizes) {
@@ -167,10 +186,10 @@ int main(int argc, char** argv) {
         results.push_back(r);
     }
     std::printf(
-        "\n| Products | Pages | Engine | Peak resident | Chromium | Chromium pages |\n"
-        "|---:|---:|---:|---:|---:|---:|\n");
+        "\n| Products | Pages | Engine | Engine CPU | Peak resident | Chromium | "
+        "Chromium CPU | Chromium pages |\n|---:|---:|---:|---:|---:|---:|---:|---:|\n");
     for (const Result& r : results)
-        std::printf("| %d | %ld | %.2f s | %.0f MiB | %.2f s | %ld |\n", r.rows, r.pages, r.ours,
-                    r.peakMiB, r.browser, r.browserPages);
+        std::printf("| %d | %ld | %.2f s | %.2f s | %.0f MiB | %.2f s | %.2f s | %ld |\n", r.rows,
+                    r.pages, r.ours, r.oursCpu, r.peakMiB, r.browser, r.browserCpu, r.browserPages);
     return 0;
 }
