@@ -58,7 +58,8 @@ void Kill(const std::string& pathPattern) {
     if (!fs::is_directory(folder, ec)) throw VbError(vberr::PathNotFound);
     std::vector<fs::path> doomed;
     for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
-        if (it->is_regular_file(ec) && MatchesPattern(it->path().filename().string(), path.filename().string()))
+        if (it->is_regular_file(ec) &&
+            MatchesPattern(it->path().filename().string(), path.filename().string()))
             doomed.push_back(it->path());
     if (doomed.empty()) throw VbError(vberr::FileNotFound);
     for (const fs::path& file : doomed)
