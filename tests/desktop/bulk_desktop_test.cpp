@@ -2,7 +2,6 @@
 // the pane's link, and Export DB with its separator, two boxes clicked on the board and the
 // file named in the save dialog.
 #include <QFile>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QTest>
@@ -67,18 +66,7 @@ TEST_F(BulkDesktopTest, ExportDbWritesTheClickedColumnsToTheNamedFile) {
             QTest::mouseClick(widget(form(), "Label1", 3), Qt::LeftButton);
             QTest::mouseClick(widget(form(), "Command24"), Qt::LeftButton);
         });
-    user.then(
-        "the save dialog", [] { return UserSteps::waiting<QFileDialog>() != nullptr; },
-        [&] {
-            auto* name = UserSteps::waiting<QFileDialog>()->findChild<QLineEdit*>("fileNameEdit");
-            if (name->text() == file) {
-                QTest::keyClick(name, Qt::Key_Return);
-                return;
-            }
-            name->selectAll();
-            QTest::keyClicks(name, file);
-        },
-        [] { return UserSteps::waiting<QFileDialog>() == nullptr; });
+    user.answerFile("the save dialog", file);
     user.then(
         "the totals page", [&] { return showsLink("CONTINUE"); },
         [&] {

@@ -4,8 +4,6 @@
 // the current records (photographed) and a click on a picture that opens it in the pane.
 #include <QColorDialog>
 #include <QFile>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
@@ -72,18 +70,7 @@ TEST_F(DesignerDesktopTest, ASiteLaidOutWithTheMouseThenTheThumbnailSheet) {
             return groups.ListCount() > 0 && groups.Selected(groups.ListCount() - 1);
         },
         [&] { clickNext("Command17"); });
-    user.then(
-        "the site's name", [] { return UserSteps::waiting<QFileDialog>() != nullptr; },
-        [&] {
-            auto* name = UserSteps::waiting<QFileDialog>()->findChild<QLineEdit*>("fileNameEdit");
-            if (name->text() == site) {
-                QTest::keyClick(name, Qt::Key_Return);
-                return;
-            }
-            name->selectAll();
-            QTest::keyClicks(name, site);
-        },
-        [] { return UserSteps::waiting<QFileDialog>() == nullptr; });
+    user.answerFile("the site's name", site);
     user.then(
         "the name in the cell", [&] { return setupShows("<title>"); }, [&] { click("Label4", 1); });
     user.then(

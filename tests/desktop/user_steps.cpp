@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QTest>
@@ -71,6 +72,22 @@ void UserSteps::answerInput(const QString& prompt, const QString& answer) {
             }
             QTest::keyClick(line, Qt::Key_Return);
         });
+}
+
+void UserSteps::answerFile(std::string what, const QString& path, std::function<void()> prepare) {
+    then(
+        std::move(what), [] { return waiting<QFileDialog>() != nullptr; },
+        [path, prepare] {
+            if (prepare) prepare();
+            auto* name = waiting<QFileDialog>()->findChild<QLineEdit*>("fileNameEdit");
+            if (name->text() == path) {
+                QTest::keyClick(name, Qt::Key_Return);
+                return;
+            }
+            name->selectAll();
+            QTest::keyClicks(name, path);
+        },
+        [] { return waiting<QFileDialog>() == nullptr; });
 }
 
 bool UserSteps::finished(int timeoutMs) const {

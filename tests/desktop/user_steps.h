@@ -32,6 +32,10 @@ class UserSteps {
     // An input box whose prompt begins with `prompt`: the user types the answer and presses
     // Enter. An empty answer keeps what the box offers.
     void answerInput(const QString& prompt, const QString& answer);
+    // An open or save dialog: the user types the file's full path into its name box and
+    // presses Enter. The dialog fills its name box as it opens, so the typing waits for that;
+    // `prepare`, when given, acts first each time (a kind of file picked, a look around).
+    void answerFile(std::string what, const QString& path, std::function<void()> prepare = {});
 
     bool empty() const { return steps_.empty(); }
     // What the user waits for now.
