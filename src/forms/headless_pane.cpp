@@ -1,11 +1,34 @@
 #include "forms/headless_pane.h"
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <optional>
+#include <utility>
+
+#include "base/files.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
+
+namespace {
+
+// The whole of a regular file, or nothing when the path names none: one open, one fstat.
+std::optional<std::string> readRegularFile(const std::string& path) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return std::nullopt;
+    struct stat info {};
+    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+        ::close(fd);
+        return std::nullopt;
+    }
+    std::string text;
+    ReadToEnd(fd, static_cast<std::size_t>(info.st_size), text);
+    ::close(fd);
+    return text;
+}
+
+}  // namespace
 
 std::string HeadlessPane::localPath(const std::string& url) {
     if (UCase(Left(url, 7)) == "FILE://") return url.substr(7);
@@ -24,15 +47,12 @@ void HeadlessPane::Navigate2(const std::string& url) {
 void HeadlessPane::load(const std::string& url) {
     std::string path = localPath(url);
     if (!path.empty()) {
-        std::error_code ec;
-        if (!std::filesystem::is_regular_file(path, ec)) {
+        std::optional<std::string> text = readRegularFile(path);
+        if (!text) {
             if (NavigateError) NavigateError(url);
             return;
         }
-        std::ifstream in(path, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        document_ = text.str();
+        document_ = std::move(*text);
     } else {
         document_.clear();
     }
