@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "base/convert.h"
@@ -17,7 +18,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kBlockSize = 1 << 20;
+constexpr std::size_t kBlockSize = 1 << 20;  // written when the buffer holds this much
+constexpr std::size_t kStartSize = 1 << 14;  // most files are small: the buffer grows
 
 constexpr int kPermissionDenied = 70;
 constexpr int kPathFileAccessError = 75;
@@ -26,32 +28,40 @@ constexpr int kPathFileAccessError = 75;
 // file, found with the one fstat of the open descriptor rather than a walk of the path.
 using FileKey = std::pair<std::uint64_t, std::uint64_t>;
 
-// The files this process holds open: how many readers, and whether a writer.
-// A writer excludes everyone else; readers may share.
+// The files this process holds open: writers by descriptor, readers by identity. A writer
+// excludes everyone else; readers may share. A writer opened while nothing else was open
+// learns its identity only when a later open needs it, so the common case, one file at a
+// time, costs no fstat.
 struct OpenFiles {
-    std::map<FileKey, std::pair<int, bool>> files;
+    std::map<int, std::optional<FileKey>> writers;
+    std::map<FileKey, int> readers;
 
-    void acquire(const FileKey& key, bool writer) {
-        auto& [readers, hasWriter] = files[key];
-        if (hasWriter || (writer && readers > 0)) {
-            if (readers == 0 && !hasWriter) files.erase(key);
-            throw VbError(vberr::FileAlreadyOpen);
+    bool empty() const { return writers.empty() && readers.empty(); }
+    bool written(const FileKey& key) {
+        for (auto& [fd, known] : writers) {
+            if (!known) {
+                struct stat info {};
+                if (::fstat(fd, &info) != 0) continue;
+                known = FileKey{static_cast<std::uint64_t>(info.st_dev),
+                                static_cast<std::uint64_t>(info.st_ino)};
+            }
+            if (*known == key) return true;
         }
-        if (writer) {
-            hasWriter = true;
-        } else {
-            ++readers;
-        }
+        return false;
     }
-    void release(const FileKey& key, bool writer) {
-        auto it = files.find(key);
-        if (it == files.end()) return;
-        if (writer) {
-            it->second.second = false;
-        } else if (it->second.first > 0) {
-            --it->second.first;
-        }
-        if (it->second.first == 0 && !it->second.second) files.erase(it);
+    void acquireWriter(int fd, const std::optional<FileKey>& key) {
+        if (key && (readers.count(*key) > 0 || written(*key)))
+            throw VbError(vberr::FileAlreadyOpen);
+        writers[fd] = key;
+    }
+    void releaseWriter(int fd) { writers.erase(fd); }
+    void acquireReader(const FileKey& key) {
+        if (written(key)) throw VbError(vberr::FileAlreadyOpen);
+        ++readers[key];
+    }
+    void releaseReader(const FileKey& key) {
+        auto it = readers.find(key);
+        if (it != readers.end() && --it->second <= 0) readers.erase(it);
     }
 };
 
@@ -139,7 +149,7 @@ TextFileWriter::~TextFileWriter() {
 }
 
 TextFileWriter::TextFileWriter(TextFileWriter&& other) noexcept
-    : fd_(std::exchange(other.fd_, -1)), key_(other.key_), buffer_(std::move(other.buffer_)) {}
+    : fd_(std::exchange(other.fd_, -1)), buffer_(std::move(other.buffer_)) {}
 
 TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
     if (this != &other) {
@@ -148,7 +158,6 @@ TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
         } catch (...) {
         }
         fd_ = std::exchange(other.fd_, -1);
-        key_ = other.key_;
         buffer_ = std::move(other.buffer_);
     }
     return *this;
@@ -157,27 +166,35 @@ TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
 void TextFileWriter::open(const std::string& path, Mode mode) {
     if (fd_ >= 0) throw VbError(vberr::FileAlreadyOpen);
     if (path.empty()) throw VbError(vberr::BadFileNameOrNumber);
-    // Opened without truncating: a file that is already open must keep its contents.
+    OpenFiles& files = openFiles();
     const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::Append ? O_APPEND : 0);
-    const int fd = ::open(path.c_str(), flags, 0666);
-    if (fd < 0) throwOpenFault(errno, path, kPathFileAccessError);
-    std::size_t size = 0;
-    const FileKey key = keyOf(fd, &size);
-    try {
-        openFiles().acquire(key, true);
-    } catch (...) {
-        ::close(fd);
-        throw;
+    if (files.empty()) {
+        // Nothing else is open, so nothing can be this file: replaced at once.
+        const int fd = ::open(path.c_str(), flags | (mode == Mode::Output ? O_TRUNC : 0), 0666);
+        if (fd < 0) throwOpenFault(errno, path, kPathFileAccessError);
+        files.acquireWriter(fd, std::nullopt);
+        fd_ = fd;
+    } else {
+        // Opened without truncating: a file that is already open must keep its contents.
+        const int fd = ::open(path.c_str(), flags, 0666);
+        if (fd < 0) throwOpenFault(errno, path, kPathFileAccessError);
+        std::size_t size = 0;
+        const FileKey key = keyOf(fd, &size);
+        try {
+            files.acquireWriter(fd, key);
+        } catch (...) {
+            ::close(fd);
+            throw;
+        }
+        if (mode == Mode::Output && size > 0 && ::ftruncate(fd, 0) != 0) {
+            files.releaseWriter(fd);
+            ::close(fd);
+            throw VbError(kPathFileAccessError, "Path/File access error");
+        }
+        fd_ = fd;
     }
-    if (mode == Mode::Output && size > 0 && ::ftruncate(fd, 0) != 0) {
-        openFiles().release(key, true);
-        ::close(fd);
-        throw VbError(kPathFileAccessError, "Path/File access error");
-    }
-    fd_ = fd;
-    key_ = key;
     buffer_.clear();
-    buffer_.reserve(kBlockSize);
+    buffer_.reserve(kStartSize);
 }
 
 void TextFileWriter::write(std::string_view text) {
@@ -205,7 +222,7 @@ void TextFileWriter::flush() {
 void TextFileWriter::close() {
     if (fd_ < 0) return;
     const int fd = std::exchange(fd_, -1);
-    openFiles().release(key_, true);
+    openFiles().releaseWriter(fd);
     bool ok = true;
     if (!buffer_.empty()) {
         ok = writeAll(fd, buffer_);
@@ -250,7 +267,7 @@ void TextFileReader::open(const std::string& path) {
     std::string data;
     ReadToEnd(fd, size, data);
     ::close(fd);
-    openFiles().acquire(key, false);
+    openFiles().acquireReader(key);
     data_ = std::move(data);
     pos_ = 0;
     key_ = key;
@@ -259,7 +276,7 @@ void TextFileReader::open(const std::string& path) {
 
 void TextFileReader::close() {
     if (!open_) return;
-    openFiles().release(key_, false);
+    openFiles().releaseReader(key_);
     open_ = false;
     data_.clear();
     data_.shrink_to_fit();

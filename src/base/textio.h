@@ -44,7 +44,6 @@ class TextFileWriter {
     void flush();
 
     int fd_ = -1;
-    std::pair<std::uint64_t, std::uint64_t> key_{};
     std::string buffer_;
 };
 

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <optional>
 #include <utility>
 
 #include "base/files.h"
@@ -13,17 +12,13 @@
 
 namespace {
 
-// The whole of a regular file, or nothing when the path names none: one open, one fstat.
-std::optional<std::string> readRegularFile(const std::string& path) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return std::nullopt;
-    struct stat info {};
-    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
-        ::close(fd);
-        return std::nullopt;
-    }
+// The whole of a file, or "" when it cannot be read (gone since it was shown).
+std::string readFile(const std::string& path) {
     std::string text;
-    ReadToEnd(fd, static_cast<std::size_t>(info.st_size), text);
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return text;
+    struct stat info {};
+    if (::fstat(fd, &info) == 0) ReadToEnd(fd, static_cast<std::size_t>(info.st_size), text);
     ::close(fd);
     return text;
 }
@@ -47,15 +42,16 @@ void HeadlessPane::Navigate2(const std::string& url) {
 void HeadlessPane::load(const std::string& url) {
     std::string path = localPath(url);
     if (!path.empty()) {
-        std::optional<std::string> text = readRegularFile(path);
-        if (!text) {
+        struct stat info {};
+        if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) {
             if (NavigateError) NavigateError(url);
             return;
         }
-        document_ = std::move(*text);
+        unread_ = path;
     } else {
-        document_.clear();
+        unread_.clear();
     }
+    document_.clear();
     history_.push_back({url});
     if (NavigateComplete2) NavigateComplete2(url);
 }
@@ -72,10 +68,23 @@ void HeadlessPane::GoBack() {
 void HeadlessPane::Refresh2() {
     // The reloaded page is an entry of its own, so going back returns to the page before.
     history_.push_back({LocationURL()});
+    unread_.clear();
     document_.clear();
 }
 
+void HeadlessPane::draw() const {
+    if (unread_.empty()) return;
+    document_ = readFile(unread_);
+    unread_.clear();
+}
+
+std::string HeadlessPane::DocumentText() const {
+    draw();
+    return document_;
+}
+
 void HeadlessPane::Write(const std::string& html) {
+    draw();
     document_ += html;
 }
 
