@@ -10,7 +10,11 @@
 #include "build/placement_file.h"
 #include "shell/products_part.h"
 
+class DaoRecordset;
 struct EventArgs;
+
+// The file dialog's filter for the text files of an import or an export.
+extern const char* const TextFilesFilter;
 
 // Where a stage of GetFiles leaves off: on to the next stage, straight to the run, or to the
 // common ending.
@@ -36,6 +40,10 @@ class Bulk : public ProductsPart {
     // Copies the pictures of the items in `List3` into the site's image folder; the page
     // stage runs it (build/picture_paths.cpp).
     void MoveCopy();
+    // Deleting what the search in force selects, after the user confirms in the pane
+    // (build/bulk_delete.cpp).
+    void cmdDAll_Click();
+    void Delete();
 
     // The placement board's events (build/placement_board.cpp).
     void Label1_DragDrop(int Index, Control* Source);
@@ -117,6 +125,8 @@ class Bulk : public ProductsPart {
     void fillBox(int Index);
     void takeBackFromFrame(int Index);
     bool filled(int Index) const;
+    // An export or a bulk edit runs: the board serves the products, not a source.
+    bool overProducts() const;
 
     // build/import_run.cpp.
     void importRun(Trap& on);
@@ -131,6 +141,20 @@ class Bulk : public ProductsPart {
     // The record of Products found by a stock number; NoMatch tells.
     void findStockNo(Trap& on, const std::string& stockNo);
 
+    // Steps of the run that a bulk edit shares with an import: the columns as FieldPlacement
+    // says, the selling price, and the note of the changes.
+    void writeRecord(Trap& on);
+    // Between two records: a stop asked by Continue or Cancel, whose flag is cleared.
+    bool stopAsked(Trap& on);
+
+    // build/export_edit.cpp: export and bulk edit over the products of the search in force.
+    Next exportOrEditBoard(Trap& on);
+    Next exportFileAndHeader(Trap& on);
+    void exportOrEditRun(Trap& on);
+    void exportRecord(Trap& on, DaoRecordset& rs);
+    // Leaving the export and the bulk edit at the common ending.
+    void leaveExportAndEdit(Trap& on);
+
     PlacementFields placements();
 
     // Of one run of GetFiles.
@@ -141,4 +165,9 @@ class Bulk : public ProductsPart {
     int lastItem_ = 0;       // k: the index of the last item of the sample line
     int listedLines_ = 0;    // the lines of the file listed in the pane
     int boardCounter_ = 0;   // the board's working counter
+    // Of one export: the file, its name as the dialog gave it, the last chosen box.
+    TextFileWriter exportFile_;
+    std::string exportName_;
+    int lastChosen_ = 0;
+    std::int16_t deleted_ = 0;  // the products deleted by one Delete, 16 bits wide
 };

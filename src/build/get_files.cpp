@@ -17,8 +17,13 @@ void Bulk::GetFiles() {
     ImportNote = "";
     TotalChecked = TotalAdded = TotalEdited = 0;
     openingSteps(on);
-    // NOT BUILT YET: bulk edit and export go on from here.
-    if (when(on, [&] { return Mod().BulkEditMode || P.ExportMode; })) return;
+    if (when(on, [&] { return overProducts(); })) {
+        Next next = exportOrEditBoard(on);
+        if (next == Next::Go) next = exportFileAndHeader(on);
+        if (next == Next::Go) exportOrEditRun(on);
+        commonEnding(on);
+        return;
+    }
     if (when(on, [&] { return P.Data2->Recordset().RecordCount() >= 1; })) {
         int answer = vb::vbNo;
         on([&] {

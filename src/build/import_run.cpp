@@ -58,14 +58,7 @@ void Bulk::importRun(Trap& on) {
             readRecord(on);
         importRecord(on);
         on([&] { Runtime::Current().LetEventsRun(); });
-        if (when(on, [&] { return P.ContinueFlag; })) {
-            on([&] { P.ContinueFlag = false; });
-            break;
-        }
-        if (when(on, [&] { return CancelFlag; })) {
-            on([&] { CancelFlag = false; });
-            break;
-        }
+        if (stopAsked(on)) break;
     }
     on([&] {
         if (group) group->End();
@@ -96,6 +89,18 @@ void Bulk::openTextSource(Trap& on) {
 // A file that did not open is at its end at once.
 bool Bulk::textAtEnd() const {
     return !source_.isOpen() || source_.eof();
+}
+
+bool Bulk::stopAsked(Trap& on) {
+    if (when(on, [&] { return P.ContinueFlag; })) {
+        on([&] { P.ContinueFlag = false; });
+        return true;
+    }
+    if (when(on, [&] { return CancelFlag; })) {
+        on([&] { CancelFlag = false; });
+        return true;
+    }
+    return false;
 }
 
 void Bulk::readRecord(Trap& on) {
@@ -177,6 +182,16 @@ void Bulk::importRecord(Trap& on) {
     for (auto& row : ChangeLog)
         row = {Variant(""), Variant("")};
     on([&] { (*this)("lblStatus").SetCaption("Adding Product ID # " + std::to_string(NextId)); });
+}
+
+void Bulk::writeRecord(Trap& on) {
+    DaoRecordset& rs = P.Data2->Recordset();
+    writeColumns(on);
+    if (when(on, [&] { return rs.GetValue(PriceColumn).IsNull(); }))
+        on([&] { rs.SetValue(PriceColumn, rs.GetValue(RetailColumn)); });
+    writeChangeLog(on);
+    if (when(on, [&] { return FieldPlacement[NotesColumn] == "AI-Delete"; }))
+        on([&] { rs.SetValue(NotesColumn, Variant("")); });
 }
 
 // Columns 1 to 30 as FieldPlacement says; a value the column refuses leaves what an earlier
@@ -272,18 +287,27 @@ void Bulk::commonEnding(Trap& on) {
     on([&] { pane.Navigate2("about:blank"); });
     on([&] { P.Data2->Refresh(); });
     on([&] { P.Data2->Recordset().MoveFirst(); });
-    on([&] {
-        pane.Write("<font size=4><center>Total Checked: " + std::to_string(TotalChecked) +
-                   "<br>Total Added: " + std::to_string(TotalAdded) +
-                   "<br>Total Edited: " + std::to_string(TotalEdited));
-    });
+    if (when(on, [&] { return P.ExportMode; }))
+        on([&] {
+            pane.Write("<font size=4><center>Total Records Exported: " +
+                       std::to_string(TotalEdited));
+        });
+    else
+        on([&] {
+            pane.Write("<font size=4><center>Total Checked: " + std::to_string(TotalChecked) +
+                       "<br>Total Added: " + std::to_string(TotalAdded) +
+                       "<br>Total Edited: " + std::to_string(TotalEdited));
+        });
     on([&] {
         pane.Write(
             "<br><p align=center><font size=3 font color=red><a href='CONTINUE'>Click Here To "
             "Continue</a>");
     });
     on([&] { P.ContinueFlag = false; });
-    if (when(on, [&] { return KeyItem != -1; })) {
+    // An export or a bulk edit has no source to keep placements for.
+    if (when(on, [&] { return overProducts(); })) {
+        leaveExportAndEdit(on);
+    } else if (when(on, [&] { return KeyItem != -1; })) {
         std::string placement;
         on([&] { placement = Left(fileName_, Len(fileName_) - 3) + "dat"; });
         if (when(on, [&] { return !fs::exists(placement); }))

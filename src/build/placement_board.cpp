@@ -79,6 +79,7 @@ void Bulk::wireBoard() {
     P.On("Frame11", "DragDrop", [this](EventArgs& e) { Frame11_DragDrop(e.Source); });
     P.On("Label1", "MouseUp", [this](EventArgs& e) { Label1_MouseUp(e.Index, e.Button); });
     OnClick("cmdAddAll", &Bulk::cmdAddAll_Click);
+    OnClick("cmdDAll", &Bulk::cmdDAll_Click);
     OnClick("Command22", &Bulk::Command22_Click);
     OnClick("Command23", &Bulk::Command23_Click);
     OnClick("Command24", &Bulk::Command24_Click);
@@ -88,6 +89,10 @@ void Bulk::wireBoard() {
     OnClick("mnuPopupCI", &Bulk::mnuPopupCI_Click);
     OnClick("cmdSelectAll", &Bulk::cmdSelectAll_Click);
     OnClick("cmdUnSelect", &Bulk::cmdUnSelect_Click);
+}
+
+bool Bulk::overProducts() const {
+    return Mod().BulkEditMode || P.ExportMode;
 }
 
 bool Bulk::filled(int Index) const {
@@ -129,7 +134,11 @@ void Bulk::openBoard(Trap& on, bool returning) {
                 on([&] { caption = (*this)("Label3", i).Caption(); });
             on([&] { (*this)("Label1", i).SetCaption(caption); });
             on([&] { (*this)("Label1", i).SetProperty("ToolTipText", Variant(caption)); });
-            if (i >= 2) on([&] { (*this)("Label1", i).SetProperty("DragMode", Variant(1)); });
+            // Boxes drag in an import only; in an export Notes drags, so that a click can
+            // never put it into the file, and the supplier does not.
+            const int dragMode = overProducts() && !(P.ExportMode && i == 29) ? 0 : 1;
+            if (i >= 2 || P.ExportMode)
+                on([&] { (*this)("Label1", i).SetProperty("DragMode", Variant(dragMode)); });
         }
     }
     on([&] { source_.close(); });
@@ -155,7 +164,7 @@ Next Bulk::waitOnBoard(Trap& on) {
                 done = true;
                 continue;
             }
-            const bool textImport = when(on, [&] { return P.ImportKind != 7; });
+            const bool textImport = when(on, [&] { return P.ImportKind != 7 && !overProducts(); });
             int step = 0;
             if (textImport && when(on, [&] { return PrevLineFlag && SampleLine > 1; }))
                 step = -1;
@@ -190,6 +199,10 @@ Next Bulk::waitOnBoard(Trap& on) {
             continue;
         }
         on([&] { (*this)("Frame11").SetVisible(false); });
+        if (overProducts()) {
+            on([&] { KeyItem = NoLookupItem; });
+            return Next::Go;
+        }
         // The placeholders of the added slots never reach a record.
         for (boardCounter_ = lastItem_ - AddedSlots + 1; boardCounter_ <= lastItem_;
              ++boardCounter_)

@@ -11,7 +11,7 @@ std::string noteDate() {
     return formatDate(theClock().Date(), "MM/DD/YY");
 }
 
-void continueAndReset(Products& P, Trap& on) {
+void waitForContinue(Products& P, Trap& on) {
     on([&] {
         P.Wb1().Write(
             "<br><p align=center><font size=3 font color=red><a href='CONTINUE'>Click Here To "
@@ -20,7 +20,15 @@ void continueAndReset(Products& P, Trap& on) {
     on([&] { P.ContinueFlag = false; });
     while (!when(on, [&] { return P.ContinueFlag; }))
         on([&] { Runtime::Current().WaitForUser(); });
+}
+
+void resetAfterRun(Products& P, Trap& on) {
     on([&] { P.cmdReset_Click(); });
     on([&] { P.cmdRefresh_Click(); });
     on([&] { P.ContinueFlag = false; });
+}
+
+void continueAndReset(Products& P, Trap& on) {
+    waitForContinue(P, on);
+    resetAfterRun(P, on);
 }

@@ -22,6 +22,9 @@ Fault addOne(Counter& counter) {
 // Today as the notes write it, "MM/DD/YY".
 std::string noteDate();
 
-// The end of a tool: "Click Here To Continue" added to the pane, a wait until the user
-// follows it, then the form reset and refreshed.
+// "Click Here To Continue" added to the pane, and a wait until the user follows it.
+void waitForContinue(Products& P, Trap& on);
+// The form reset and refreshed after a tool.
+void resetAfterRun(Products& P, Trap& on);
+// The end of a tool: both of the above.
 void continueAndReset(Products& P, Trap& on);

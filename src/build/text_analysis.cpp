@@ -14,6 +14,9 @@
 
 namespace fs = std::filesystem;
 
+const char* const TextFilesFilter =
+    "Text|*.txt|Comma Delimted|*.csv|Tab Delimited|*.tab|Documents|*.doc|All Files|*.*";
+
 namespace {
 
 constexpr int HeadLines = 25;
@@ -49,9 +52,7 @@ void Bulk::openingSteps(Trap& on) {
 Next Bulk::chooseTextFile(Trap& on) {
     CommonDialog dialog;
     dialog.FileName = "*.txt";
-    dialog.Filter =
-        "Text|*.txt|Comma Delimted|*.csv|Tab Delimited|*.tab|Documents|*.doc|All "
-        "Files|*.*";
+    dialog.Filter = TextFilesFilter;
     on([&] {
         // A cancelled dialog gives no name.
         fileName_ = Runtime::Current().ui().ShowOpen(dialog) ? dialog.FileName : "";
@@ -194,6 +195,8 @@ Next Bulk::askSeparator(Trap& on) {
             }
             on([&] { LinesPerItem = 0; });
         }
+        // An export has no line to find the separator in.
+        if (when(on, [&] { return P.ExportMode; })) return Next::Go;
         if (when(on, [&] { return Separator != "nl" && InStr(line_, Separator) == 0; })) {
             int answer = vb::vbCancel;
             on([&] {

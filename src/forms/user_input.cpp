@@ -127,6 +127,9 @@ void MouseClick(Control& c) {
         Click(c);
         return;
     }
+    // A control that drags by itself takes the press for a drag, which a release on the
+    // spot ends with nothing dropped.
+    if (Draggable(c)) return;
     MouseDown(c, {});
     if (!c.Parent().IsLoaded()) return;
     MouseUp(c, {}, true);

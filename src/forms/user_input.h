@@ -14,7 +14,8 @@ namespace UserInput {
 void Click(Control& c);
 // A whole click of the left button on a control, as a user's mouse makes it: MouseDown,
 // MouseUp, then the click (a label, image, frame or text box hears it through its MouseUp,
-// the other kinds as their widget reports it). A menu item only hears its Click.
+// the other kinds as their widget reports it). A menu item only hears its Click; a control
+// that drags by itself (DragMode 1) hears nothing, its drag ending where it began.
 void MouseClick(Control& c);
 void DblClick(Control& c);
 // The text a user leaves in a box; Change fires when it differs.

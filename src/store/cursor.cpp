@@ -130,7 +130,16 @@ void Cursor::viewChanged() {
     indexes_.clear();
 }
 
+void Cursor::closeGap() {
+    if (gap_ == 0) return;
+    view_.erase(view_.begin() + pos_, view_.begin() + pos_ + gap_);
+    gap_ = 0;
+    std::erase_if(filtered_, [&](int row) { return table_.deleted(row); });
+    std::erase_if(base_, [&](int row) { return table_.deleted(row); });
+}
+
 void Cursor::moveTo(long position) {
+    closeGap();
     pos_ = std::clamp(position, -1L, count());
     currentDeleted_ = false;
 }
@@ -146,12 +155,14 @@ void Cursor::moveNext() {
 
 int Cursor::currentRow() const {
     if (!hasCurrent()) throw VbError(vberr::NoCurrentRecord);
-    return view_[pos_];
+    return view_[pos_ + gap_];
 }
 
 long Cursor::positionOfRow(int row) const {
     auto it = std::find(view_.begin(), view_.end(), row);
-    return it == view_.end() ? -1 : static_cast<long>(it - view_.begin());
+    const long p = it == view_.end() ? -1 : static_cast<long>(it - view_.begin());
+    if (p < pos_ || gap_ == 0) return p;
+    return p < pos_ + gap_ ? -1 : p - gap_;
 }
 
 int Cursor::columnIndex(std::string_view name) const {
@@ -203,6 +214,7 @@ void Cursor::beginEdit() {
 }
 
 void Cursor::addNew() {
+    closeGap();
     positionBeforeAdd_ = pos_;
     int row = table_.appendRow(0);
     base_.push_back(row);
@@ -218,6 +230,7 @@ void Cursor::addNew() {
 
 void Cursor::update() {
     if (edit_ == Edit::None) return;
+    closeGap();
     int row = view_[pos_];
     std::vector<std::string> names;
     std::vector<StoredValue> values;
@@ -294,14 +307,13 @@ void Cursor::deleteCurrent() {
     pending_.clear();
     file_->remove(tableName_, table_.rowid(row));
     table_.markDeleted(row);
-    view_.erase(view_.begin() + pos_);
-    filtered_.erase(std::find(filtered_.begin(), filtered_.end(), row));
-    base_.erase(std::find(base_.begin(), base_.end(), row));
+    ++gap_;
     viewChanged();
     currentDeleted_ = true;
 }
 
 void Cursor::setFilter(const std::string& criteria) {
+    closeGap();
     std::optional<Criteria> filter;
     if (!criteria.empty()) filter = Criteria::parse(criteria, table_);
     // Every row is tried before anything changes: a text refused on any row leaves the
@@ -314,6 +326,7 @@ void Cursor::setFilter(const std::string& criteria) {
 }
 
 void Cursor::setSort(const std::string& columns) {
+    closeGap();
     sort_ = parseSortList(columns, table_);
     sortText_ = columns;
     applySort();
@@ -418,6 +431,7 @@ long Cursor::findEqual(int column, const Variant& wanted, long from, bool forwar
 }
 
 long Cursor::find(const Criteria& criteria, long from, bool forward) {
+    closeGap();
     int column = -1;
     Variant wanted;
     if (criteria.isColumnEquals(column, wanted)) return findEqual(column, wanted, from, forward);
@@ -432,6 +446,7 @@ long Cursor::find(const Criteria& criteria, long from, bool forward) {
 }
 
 long Cursor::find(std::string_view criteriaText, long from, bool forward, bool singleOnly) {
+    closeGap();
     std::string_view name, value;
     if (quickEquals(criteriaText, name, value)) {
         int column = table_.columnOf(name);

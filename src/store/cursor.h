@@ -26,12 +26,12 @@ class Cursor {
 
     const RowTable& table() const { return table_; }
     int fieldCount() const { return shown_; }  // the statement's own columns
-    long count() const { return static_cast<long>(view_.size()); }
+    long count() const { return static_cast<long>(view_.size()) - gap_; }
 
     // Position: -1 before the first row (BOF), count() past the last (EOF).
     long position() const { return pos_; }
-    bool bof() const { return pos_ < 0 || view_.empty(); }
-    bool eof() const { return pos_ >= count() || view_.empty(); }
+    bool bof() const { return pos_ < 0 || count() == 0; }
+    bool eof() const { return pos_ >= count() || count() == 0; }
     bool hasCurrent() const { return pos_ >= 0 && pos_ < count() && !currentDeleted_; }
     void moveTo(long position);  // clamps to -1..count()
     // The next move forward lands on the row behind a deleted current row.
@@ -75,6 +75,8 @@ class Cursor {
     void applyFilter();
     void applySort();
     void viewChanged();
+    // Erases the rows deleted at the position from the view and the lists under it.
+    void closeGap();
     long findEqual(int column, const Variant& value, long from, bool forward);
     // The hash under which an index of finds keeps a cell (text folded, numbers as such).
     std::uint64_t cellHash(int row, int column) const;
@@ -92,6 +94,10 @@ class Cursor {
     std::vector<int> view_;      // filtered_ through the sort
     long pos_ = -1;
     bool currentDeleted_ = false;
+    // Rows deleted at the position one after another, still in view_ at pos_ and behind it
+    // (and in base_ and filtered_) until the position moves: a run of deletions erases
+    // them once, not one by one.
+    long gap_ = 0;
 
     std::string filterText_, sortText_;
     std::optional<Criteria> filter_;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/vb_error.h"
+#include "build/bulk.h"
 #include "program_fixture.h"
 #include "records/pane.h"
 #include "shell/errhandler.h"
@@ -434,13 +435,18 @@ TEST_F(Editing, EditAllItemsWaitsForTheBulkEditThenOpensTheSetsAgain) {
     startWithThree();
     cat.sql("INSERT INTO Products (StockNo) VALUES ('A0');");
     int waits = 0;
+    // The user cancels the board, then clicks Continue on the totals page.
     ui.onWait = [&] {
-        ++waits;
-        EXPECT_TRUE(Mod().BulkEditMode);
-        Mod().BulkEditMode = false;
+        if (waits++ == 0) {
+            EXPECT_TRUE(Mod().BulkEditMode);
+            f->bulk->Command25_Click();
+        } else {
+            f->ContinueFlag = true;
+        }
     };
     f->cmdEditRec_Click();
-    EXPECT_EQ(waits, 1);
+    EXPECT_EQ(waits, 2);
+    EXPECT_FALSE(Mod().BulkEditMode);
     EXPECT_EQ(f->adoPrimaryRS->RecordCount(), 4);
     EXPECT_EQ(f->adoprimaryrs2->RecordCount(), 4);
 }
@@ -455,13 +461,26 @@ TEST_F(Editing, EditAllItemsDoesNothingOnTheEditScreen) {
     EXPECT_FALSE(Mod().BulkEditMode);
 }
 
-TEST_F(Editing, ExportDbSetsExportModeAndShowsTheSelectionButtons) {
+TEST_F(Editing, ExportDbSetsExportModeAndShowsTheSelectionButtonsWhileItRuns) {
     startWithThree();
     EXPECT_FALSE((*f)("cmdSelectAll").Visible());
+    ui.inputAnswer = ",";
+    int waits = 0;
+    ui.onWait = [&] {
+        if (waits++ == 0) {
+            EXPECT_TRUE(f->ExportMode);
+            EXPECT_TRUE((*f)("cmdSelectAll").Visible());
+            EXPECT_TRUE((*f)("cmdUnSelect").Visible());
+            f->bulk->Command25_Click();
+        } else {
+            f->ContinueFlag = true;
+        }
+    };
     f->Command3_Click();
-    EXPECT_TRUE(f->ExportMode);
-    EXPECT_TRUE((*f)("cmdSelectAll").Visible());
-    EXPECT_TRUE((*f)("cmdUnSelect").Visible());
+    EXPECT_EQ(waits, 2);
+    EXPECT_FALSE(f->ExportMode);
+    EXPECT_FALSE((*f)("cmdSelectAll").Visible());
+    EXPECT_FALSE((*f)("cmdUnSelect").Visible());
 }
 
 }  // namespace

@@ -232,10 +232,19 @@ TEST_F(RunnerTest, DisabledOrInvisibleControlCannotBeUsed) {
 
 TEST_F(RunnerTest, MismatchShowsExpectedAndFound) {
     EXPECT_EQ(failure(std::string(Started) +
-                      "click Main.lblCell(1)\nexpect Main.lblDone.Caption \"cell 2\"\n"),
-              "4: expect Main.lblDone.Caption \"cell 2\": expected \"cell 2\", found \"cell 1\"");
+                      "click Main.lblCell(0)\nexpect Main.lblDone.Caption \"cell 2\"\n"),
+              "4: expect Main.lblDone.Caption \"cell 2\": expected \"cell 2\", found \"cell 0\"");
     EXPECT_EQ(failure(std::string(Started) + "expect not Main.lblDone.Caption \"\"\n"),
               "3: expect not Main.lblDone.Caption \"\": expected not \"\", found \"\"");
+}
+
+TEST_F(RunnerTest, AClickOnAControlThatDragsByItselfIsADragThatDropsNothing) {
+    ScriptResult r = run(std::string(Started) +
+                         "click Main.lblCell(1)\n"
+                         "expect Main.lblDone.Caption \"\"\n"
+                         "click Main.lblCell(2)\n"
+                         "expect Main.lblDone.Caption \"cell 2\"\n");
+    EXPECT_TRUE(r.passed) << r.report();
 }
 
 TEST_F(RunnerTest, SyntaxErrorNamesItsLine) {
