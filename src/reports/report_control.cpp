@@ -1,5 +1,7 @@
 #include "reports/report_control.h"
 
+#include <memory>
+
 #include "base/vb_error.h"
 #include "forms/runtime.h"
 #include "reports/report_html.h"
@@ -27,16 +29,18 @@ void ReportControl::SetAction(int action) {
     if (action != 1 || Destination != 0) throw VbError(vberr::InvalidProcedureCall);
     // The report's own file holds no rows: every run reads the database, whatever
     // DiscardSavedData says.
-    const RanReport report = runReport(readReportDesign(ReportFileName), dataFile0_);
+    // Shared with the window's Export PDF rather than copied: a long report is large.
+    const auto report =
+        std::make_shared<const RanReport>(runReport(readReportDesign(ReportFileName), dataFile0_));
     Runtime& rt = Runtime::Current();
     ReportWindow window;
     window.Title = WindowTitle;
     window.WindowState = WindowState;
-    window.Html = reportHtml(report, WindowTitle);
-    window.Pages = static_cast<int>(report.pages.size());
+    window.Html = reportHtml(*report, WindowTitle);
+    window.Pages = static_cast<int>(report->pages.size());
     window.File = rt.AppPath() + "report.htm";
     window.WritePdf = [report, title = WindowTitle](const std::string& path) {
-        writeReportPdf(report, title, path);
+        writeReportPdf(*report, title, path);
     };
     rt.ui().ShowReport(window);
 }

@@ -41,7 +41,8 @@ const char* style =
     "tr.total td { font-weight: bold; border-top: 1px solid #888; }\n"
     "tr.grand td { font-weight: bold; border-top: 2px solid #000; }\n"
     ".foot { margin-top: 12px; text-align: center; color: #333; }\n"
-    "@media print { body { background: #fff; } .page { margin: 0; padding: 0; } }\n"
+    "@media print { body { background: #fff; font-size: 8.5pt; } .page { margin: 0; padding: 0; } "
+    "}\n"
     "</style>\n";
 
 std::string cell(const std::string& text, bool right, int span = 1) {

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
+#include <ostream>
+#include <sstream>
 #include <vector>
 
 #include "base/vb_error.h"
@@ -147,44 +149,51 @@ std::string drawPage(const RanReport& report, std::size_t p, const Columns& cols
     return page.stream();
 }
 
-// Collects the numbered objects and writes them with their cross-reference table.
-class PdfFile {
+// Writes numbered objects as they come, so that no page waits in memory for the others, and
+// ends with their cross-reference table. An object may be numbered before it is written.
+class PdfWriter {
   public:
-    int add(const std::string& body) {
-        objects_.push_back(body);
-        return static_cast<int>(objects_.size());
+    explicit PdfWriter(std::ostream& out) : out_(out) { put("%PDF-1.4\n%\xE2\xE3\xCF\xD3\n"); }
+    int reserve() {
+        offsets_.push_back(0);
+        return static_cast<int>(offsets_.size());
     }
-    void set(int id, const std::string& body) { objects_[static_cast<std::size_t>(id - 1)] = body; }
-    std::string bytes(int root, int info) const {
-        std::string out = "%PDF-1.4\n%\xE2\xE3\xCF\xD3\n";
-        std::vector<std::size_t> offsets;
-        for (std::size_t i = 0; i < objects_.size(); ++i) {
-            offsets.push_back(out.size());
-            out += std::to_string(i + 1) + " 0 obj\n" + objects_[i] + "\nendobj\n";
-        }
-        const std::size_t xref = out.size();
-        out += "xref\n0 " + std::to_string(objects_.size() + 1) + "\n0000000000 65535 f \n";
-        for (std::size_t offset : offsets) {
+    void write(int id, const std::string& body) {
+        offsets_[static_cast<std::size_t>(id - 1)] = written_;
+        put(std::to_string(id) + " 0 obj\n" + body + "\nendobj\n");
+    }
+    int add(const std::string& body) {
+        const int id = reserve();
+        write(id, body);
+        return id;
+    }
+    void finish(int root, int info) {
+        const std::size_t xref = written_;
+        put("xref\n0 " + std::to_string(offsets_.size() + 1) + "\n0000000000 65535 f \n");
+        for (std::size_t offset : offsets_) {
             char entry[24];
             std::snprintf(entry, sizeof entry, "%010zu 00000 n \n", offset);
-            out += entry;
+            put(entry);
         }
-        out += "trailer\n<< /Size " + std::to_string(objects_.size() + 1) + " /Root " +
-               std::to_string(root) + " 0 R /Info " + std::to_string(info) +
-               " 0 R >>\nstartxref\n" + std::to_string(xref) + "\n%%EOF\n";
-        return out;
+        put("trailer\n<< /Size " + std::to_string(offsets_.size() + 1) + " /Root " +
+            std::to_string(root) + " 0 R /Info " + std::to_string(info) + " 0 R >>\nstartxref\n" +
+            std::to_string(xref) + "\n%%EOF\n");
     }
 
   private:
-    std::vector<std::string> objects_;
+    void put(const std::string& bytes) {
+        out_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        written_ += bytes.size();
+    }
+    std::ostream& out_;
+    std::vector<std::size_t> offsets_;
+    std::size_t written_ = 0;
 };
 
-}  // namespace
-
-std::string reportPdf(const RanReport& report, const std::string& documentTitle) {
-    PdfFile pdf;
-    const int catalog = pdf.add("");
-    const int pages = pdf.add("");
+void writePdf(const RanReport& report, const std::string& documentTitle, std::ostream& out) {
+    PdfWriter pdf(out);
+    const int catalog = pdf.reserve();
+    const int pages = pdf.reserve();
     const int regular = pdf.add(
         "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >>");
     const int bold = pdf.add(
@@ -202,19 +211,27 @@ std::string reportPdf(const RanReport& report, const std::string& documentTitle)
                                  " /Contents " + std::to_string(contents) + " 0 R >>");
         kids += std::to_string(page) + " 0 R ";
     }
-    pdf.set(catalog, "<< /Type /Catalog /Pages " + std::to_string(pages) + " 0 R >>");
-    pdf.set(pages, "<< /Type /Pages /Kids [" + kids + "] /Count " +
-                       std::to_string(report.pages.size()) + " >>");
+    pdf.write(pages, "<< /Type /Pages /Kids [" + kids + "] /Count " +
+                         std::to_string(report.pages.size()) + " >>");
+    pdf.write(catalog, "<< /Type /Catalog /Pages " + std::to_string(pages) + " 0 R >>");
     const int info =
         pdf.add("<< /Title " + pdfString(documentTitle) + " /Producer (Catalogue Manager) >>");
-    return pdf.bytes(catalog, info);
+    pdf.finish(catalog, info);
+}
+
+}  // namespace
+
+std::string reportPdf(const RanReport& report, const std::string& documentTitle) {
+    std::ostringstream out;
+    writePdf(report, documentTitle, out);
+    return std::move(out).str();
 }
 
 void writeReportPdf(const RanReport& report, const std::string& documentTitle,
                     const std::string& path) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     if (!out) throw VbError(75, "Path/File access error");
-    const std::string bytes = reportPdf(report, documentTitle);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    writePdf(report, documentTitle, out);
+    out.flush();
     if (!out) throw VbError(75, "Path/File access error");
 }

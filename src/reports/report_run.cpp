@@ -1,6 +1,7 @@
 #include "reports/report_run.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <unordered_map>
@@ -228,35 +229,57 @@ int RanReport::totalLabelSpan() const {
     return count;
 }
 
-RanReport runReport(const ReportDesign& d, const std::string& databasePath) {
-    auto conn = CreateConnection();
-    conn->SetCursorLocation(ado::adUseClient);
-    conn->Open(connectionText(databasePath));
-    RowReader reader(d, *conn);
-    std::vector<std::vector<std::size_t>> factors;
+namespace {
+
+// The rows a report lists, sorted, with where its columns and group stand in them.
+struct Selection {
+    std::vector<std::vector<std::size_t>> factors;  // per column, the slots it multiplies
+    bool grouped = false;
+    std::size_t groupSlot = 0;
+    std::vector<Row> rows;
+};
+
+// Reads and sorts the rows. The record sets close on return, before the lines are laid out,
+// so the table and the lines are never in memory together.
+Selection selectRows(const ReportDesign& d, Connection& conn) {
+    RowReader reader(d, conn);
+    Selection s;
     for (const ReportColumn& column : d.columns) {
         std::vector<std::size_t> slots;
         for (const std::string& name : column.factors)
             slots.push_back(reader.slot(name));
-        factors.push_back(std::move(slots));
+        s.factors.push_back(std::move(slots));
     }
     std::vector<std::pair<std::size_t, bool>> keys;
-    const bool grouped = !d.group.empty();
-    const std::size_t groupSlot = grouped ? reader.slot(d.group) : 0;
-    if (grouped) keys.push_back({groupSlot, false});
+    s.grouped = !d.group.empty();
+    s.groupSlot = s.grouped ? reader.slot(d.group) : 0;
+    if (s.grouped) keys.push_back({s.groupSlot, false});
     for (const ReportSortKey& key : d.sort)
         keys.push_back({reader.slot(key.column), key.descending});
 
-    std::vector<Row> rows = reader.rows();
-    std::stable_sort(rows.begin(), rows.end(), [&](const Row& a, const Row& b) {
+    s.rows = reader.rows();
+    std::stable_sort(s.rows.begin(), s.rows.end(), [&](const Row& a, const Row& b) {
         for (const auto& [slot, descending] : keys) {
             const int c = compareValues(a[slot], b[slot]);
             if (c != 0) return descending ? c > 0 : c < 0;
         }
         return false;
     });
+    return s;
+}
 
-    Layout layout(d, std::move(factors));
+}  // namespace
+
+RanReport runReport(const ReportDesign& d, const std::string& databasePath) {
+    auto conn = CreateConnection();
+    conn->SetCursorLocation(ado::adUseClient);
+    conn->Open(connectionText(databasePath));
+    Selection selection = selectRows(d, *conn);
+    const std::vector<Row>& rows = selection.rows;
+    const bool grouped = selection.grouped;
+    const std::size_t groupSlot = selection.groupSlot;
+
+    Layout layout(d, std::move(selection.factors));
     for (std::size_t r = 0; r < rows.size(); ++r) {
         if (grouped && (r == 0 || compareValues(rows[r][groupSlot], rows[r - 1][groupSlot]) != 0)) {
             if (r > 0) layout.groupTotal();
@@ -267,6 +290,7 @@ RanReport runReport(const ReportDesign& d, const std::string& databasePath) {
     if (grouped && !rows.empty()) layout.groupTotal();
     if (rows.empty()) layout.lines.push_back({ReportLine::Kind::Nothing, "Nothing to list.", {}});
     layout.reportTotal();
+    std::vector<Row>().swap(selection.rows);  // the lines hold all that is printed now
 
     RanReport report;
     report.title = d.title;
@@ -280,7 +304,8 @@ RanReport runReport(const ReportDesign& d, const std::string& databasePath) {
         const auto from = layout.lines.begin() + static_cast<long>(i);
         const auto to =
             layout.lines.begin() + static_cast<long>(std::min(layout.lines.size(), i + d.lines));
-        report.pages.push_back({std::vector<ReportLine>(from, to)});
+        report.pages.push_back(
+            {std::vector<ReportLine>(std::make_move_iterator(from), std::make_move_iterator(to))});
     }
     return report;
 }

@@ -57,4 +57,52 @@ TEST(HelpPages, TheTextImportPageShowsTheBoardAndIsLinkedFromTheBulkPage) {
     EXPECT_NE(std::find(links.begin(), links.end(), "textimport.htm"), links.end());
 }
 
+// The pages a reader reaches from the contents page by following links.
+std::set<std::string> reachableFromContents() {
+    std::set<std::string> seen{"index.htm"};
+    std::vector<std::string> queue{"index.htm"};
+    while (!queue.empty()) {
+        const std::string name = queue.back();
+        queue.pop_back();
+        for (const std::string& target : references(read(Help / name), "href"))
+            if (target.ends_with(".htm") && seen.insert(target).second) queue.push_back(target);
+    }
+    return seen;
+}
+
+TEST(HelpPages, EveryPageOfTheHelpSetIsReachableFromTheContents) {
+    const std::set<std::string> reached = reachableFromContents();
+    int pages = 0;
+    for (const auto& entry : fs::directory_iterator(Help)) {
+        const std::string name = entry.path().filename();
+        if (!name.ends_with(".htm")) continue;
+        EXPECT_TRUE(reached.contains(name)) << name << " cannot be reached from index.htm";
+        ++pages;
+    }
+    EXPECT_GE(pages, 11);
+}
+
+TEST(HelpPages, TheContentsLinkTheReportsAndFileOpenPages) {
+    const auto links = references(read(Help / "index.htm"), "href");
+    for (const char* page : {"reports.htm", "fileopen.htm"})
+        EXPECT_NE(std::find(links.begin(), links.end(), page), links.end()) << page;
+}
+
+TEST(HelpPages, TheReportsPageNamesEveryEntryOfTheMenuAndTheHeadlessCommand) {
+    const std::string page = read(Help / "reports.htm");
+    for (const char* caption :
+         {"Cost Reports", "Cost 1 Price List", "Cost 5 Price List", "Retail Price List",
+          "Category Report", "Inventory Report", "Order Report", "Page Name/Number",
+          "ALL Items Report", "Browse For Report", "All Supported Reports", "Print...",
+          "Export PDF...", "--report", "--pdf"})
+        EXPECT_NE(page.find(caption), std::string::npos) << caption;
+}
+
+TEST(HelpPages, TheFileOpenPageNamesTheMenuEntryAndItsFileTypes) {
+    const std::string page = read(Help / "fileopen.htm");
+    for (const char* text :
+         {"<b>File</b>", "Open Catalogue...", "Access DataBases", ".mdb", ".mde"})
+        EXPECT_NE(page.find(text), std::string::npos) << text;
+}
+
 }  // namespace
