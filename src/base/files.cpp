@@ -1,5 +1,8 @@
 #include "base/files.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <filesystem>
 #include <string_view>
 
@@ -73,4 +76,20 @@ void FileCopy(const std::string& from, const std::string& to) {
     if (target.has_parent_path() && !fs::is_directory(target.parent_path(), ec))
         throw VbError(vberr::PathNotFound);
     if (!fs::copy_file(from, to, fs::copy_options::overwrite_existing, ec)) throw VbError(75);
+}
+
+void ReadToEnd(int fd, std::size_t size, std::string& into) {
+    std::size_t ask = size + 1;  // one more, so that a short read tells the end
+    for (;;) {
+        const std::size_t at = into.size();
+        into.resize(at + ask);
+        const ssize_t got = ::read(fd, into.data() + at, ask);
+        if (got < 0 && errno == EINTR) {
+            into.resize(at);
+            continue;
+        }
+        into.resize(at + static_cast<std::size_t>(got > 0 ? got : 0));
+        if (got <= 0 || static_cast<std::size_t>(got) < ask) return;
+        ask = 1 << 16;
+    }
 }

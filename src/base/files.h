@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 // The classic Dir of one path: the file's name without its folder when the path names an
@@ -22,3 +23,7 @@ void Kill(const std::string& pathPattern);
 // The classic FileCopy: a byte copy that replaces the target. A missing source is 53, a
 // missing target folder 76.
 void FileCopy(const std::string& from, const std::string& to);
+
+// The rest of an open descriptor's file, appended to `into`. `size` is the size the file is
+// known to have: a file still that size takes one read.
+void ReadToEnd(int fd, std::size_t size, std::string& into);

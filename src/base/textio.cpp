@@ -1,48 +1,67 @@
 #include "base/textio.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "base/convert.h"
+#include "base/files.h"
 #include "base/vb_error.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kBlockSize = 1 << 20;
+constexpr std::size_t kBlockSize = 1 << 20;  // written when the buffer holds this much
+constexpr std::size_t kStartSize = 1 << 14;  // most files are small: the buffer grows
 
 constexpr int kPermissionDenied = 70;
 constexpr int kPathFileAccessError = 75;
 
-// The files this process holds open, by path: how many readers, and whether a writer.
-// A writer excludes everyone else; readers may share.
-struct OpenFiles {
-    std::map<std::string, std::pair<int, bool>> files;
+// A file by its identity (device and inode), so that every name of one file is the same
+// file, found with the one fstat of the open descriptor rather than a walk of the path.
+using FileKey = std::pair<std::uint64_t, std::uint64_t>;
 
-    void acquire(const std::string& key, bool writer) {
-        auto& [readers, hasWriter] = files[key];
-        if (hasWriter || (writer && readers > 0)) {
-            if (readers == 0 && !hasWriter) files.erase(key);
-            throw VbError(vberr::FileAlreadyOpen);
+// The files this process holds open: writers by descriptor, readers by identity. A writer
+// excludes everyone else; readers may share. A writer opened while nothing else was open
+// learns its identity only when a later open needs it, so the common case, one file at a
+// time, costs no fstat.
+struct OpenFiles {
+    std::map<int, std::optional<FileKey>> writers;
+    std::map<FileKey, int> readers;
+
+    bool empty() const { return writers.empty() && readers.empty(); }
+    bool written(const FileKey& key) {
+        for (auto& [fd, known] : writers) {
+            if (!known) {
+                struct stat info {};
+                if (::fstat(fd, &info) != 0) continue;
+                known = FileKey{static_cast<std::uint64_t>(info.st_dev),
+                                static_cast<std::uint64_t>(info.st_ino)};
+            }
+            if (*known == key) return true;
         }
-        if (writer) {
-            hasWriter = true;
-        } else {
-            ++readers;
-        }
+        return false;
     }
-    void release(const std::string& key, bool writer) {
-        auto it = files.find(key);
-        if (it == files.end()) return;
-        if (writer) {
-            it->second.second = false;
-        } else if (it->second.first > 0) {
-            --it->second.first;
-        }
-        if (it->second.first == 0 && !it->second.second) files.erase(it);
+    void acquireWriter(int fd, const std::optional<FileKey>& key) {
+        if (key && (readers.count(*key) > 0 || written(*key)))
+            throw VbError(vberr::FileAlreadyOpen);
+        writers[fd] = key;
+    }
+    void releaseWriter(int fd) { writers.erase(fd); }
+    void acquireReader(const FileKey& key) {
+        if (written(key)) throw VbError(vberr::FileAlreadyOpen);
+        ++readers[key];
+    }
+    void releaseReader(const FileKey& key) {
+        auto it = readers.find(key);
+        if (it != readers.end() && --it->second <= 0) readers.erase(it);
     }
 };
 
@@ -51,16 +70,43 @@ OpenFiles& openFiles() {
     return files;
 }
 
-// Checks the name and its folder, and gives the key that identifies the file.
-std::string checkedKey(const std::string& path) {
-    if (path.empty()) throw VbError(vberr::BadFileNameOrNumber);
-    std::error_code ec;
-    const fs::path p(path);
-    const fs::path folder = p.parent_path();
-    if (!folder.empty() && !fs::is_directory(folder, ec)) throw VbError(vberr::PathNotFound);
-    if (fs::is_directory(p, ec)) throw VbError(kPathFileAccessError, "Path/File access error");
-    fs::path canonical = fs::weakly_canonical(fs::absolute(p, ec), ec);
-    return ec ? p.lexically_normal().string() : canonical.string();
+// The fault of an open that failed with `error`: a missing or broken folder 76, a folder
+// given as the file 75, no permission 70; `missing` when the folder stands but the file
+// does not.
+[[noreturn]] void throwOpenFault(int error, const std::string& path, int missing) {
+    if (error == EISDIR) throw VbError(kPathFileAccessError, "Path/File access error");
+    if (error == EACCES || error == EPERM) throw VbError(kPermissionDenied, "Permission denied");
+    if (error == ENOTDIR) throw VbError(vberr::PathNotFound);
+    if (error == ENOENT) {
+        std::error_code ec;
+        const fs::path folder = fs::path(path).parent_path();
+        if (!folder.empty() && !fs::is_directory(folder, ec)) throw VbError(vberr::PathNotFound);
+        throw VbError(missing);
+    }
+    throw VbError(kPathFileAccessError, "Path/File access error");
+}
+
+// The identity of an open descriptor; a folder is refused (75) and the descriptor closed.
+FileKey keyOf(int fd, std::size_t* size = nullptr) {
+    struct stat info {};
+    if (::fstat(fd, &info) != 0 || S_ISDIR(info.st_mode)) {
+        ::close(fd);
+        throw VbError(kPathFileAccessError, "Path/File access error");
+    }
+    if (size) *size = static_cast<std::size_t>(info.st_size);
+    return {static_cast<std::uint64_t>(info.st_dev), static_cast<std::uint64_t>(info.st_ino)};
+}
+
+// Writes all of `data`; false when the disk takes less.
+bool writeAll(int fd, const std::string& data) {
+    std::size_t done = 0;
+    while (done < data.size()) {
+        const ssize_t wrote = ::write(fd, data.data() + done, data.size() - done);
+        if (wrote < 0 && errno == EINTR) continue;
+        if (wrote <= 0) return false;
+        done += static_cast<std::size_t>(wrote);
+    }
+    return true;
 }
 
 std::string numberPrintForm(const Variant& v) {
@@ -103,9 +149,7 @@ TextFileWriter::~TextFileWriter() {
 }
 
 TextFileWriter::TextFileWriter(TextFileWriter&& other) noexcept
-    : file_(std::exchange(other.file_, nullptr)),
-      key_(std::move(other.key_)),
-      buffer_(std::move(other.buffer_)) {}
+    : fd_(std::exchange(other.fd_, -1)), buffer_(std::move(other.buffer_)) {}
 
 TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
     if (this != &other) {
@@ -113,33 +157,48 @@ TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
             close();
         } catch (...) {
         }
-        file_ = std::exchange(other.file_, nullptr);
-        key_ = std::move(other.key_);
+        fd_ = std::exchange(other.fd_, -1);
         buffer_ = std::move(other.buffer_);
     }
     return *this;
 }
 
 void TextFileWriter::open(const std::string& path, Mode mode) {
-    if (file_) throw VbError(vberr::FileAlreadyOpen);
-    const std::string key = checkedKey(path);
-    openFiles().acquire(key, true);
-    std::FILE* file = std::fopen(path.c_str(), mode == Mode::Append ? "ab" : "wb");
-    if (!file) {
-        const int error = errno;
-        openFiles().release(key, true);
-        if (error == EACCES || error == EPERM)
-            throw VbError(kPermissionDenied, "Permission denied");
-        throw VbError(kPathFileAccessError, "Path/File access error");
+    if (fd_ >= 0) throw VbError(vberr::FileAlreadyOpen);
+    if (path.empty()) throw VbError(vberr::BadFileNameOrNumber);
+    OpenFiles& files = openFiles();
+    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::Append ? O_APPEND : 0);
+    if (files.empty()) {
+        // Nothing else is open, so nothing can be this file: replaced at once.
+        const int fd = ::open(path.c_str(), flags | (mode == Mode::Output ? O_TRUNC : 0), 0666);
+        if (fd < 0) throwOpenFault(errno, path, kPathFileAccessError);
+        files.acquireWriter(fd, std::nullopt);
+        fd_ = fd;
+    } else {
+        // Opened without truncating: a file that is already open must keep its contents.
+        const int fd = ::open(path.c_str(), flags, 0666);
+        if (fd < 0) throwOpenFault(errno, path, kPathFileAccessError);
+        std::size_t size = 0;
+        const FileKey key = keyOf(fd, &size);
+        try {
+            files.acquireWriter(fd, key);
+        } catch (...) {
+            ::close(fd);
+            throw;
+        }
+        if (mode == Mode::Output && size > 0 && ::ftruncate(fd, 0) != 0) {
+            files.releaseWriter(fd);
+            ::close(fd);
+            throw VbError(kPathFileAccessError, "Path/File access error");
+        }
+        fd_ = fd;
     }
-    file_ = file;
-    key_ = key;
     buffer_.clear();
-    buffer_.reserve(kBlockSize);
+    buffer_.reserve(kStartSize);
 }
 
 void TextFileWriter::write(std::string_view text) {
-    if (!file_) throw VbError(vberr::BadFileNameOrNumber);
+    if (fd_ < 0) throw VbError(vberr::BadFileNameOrNumber);
     buffer_.append(text);
     if (buffer_.size() >= kBlockSize) flush();
 }
@@ -155,22 +214,21 @@ void TextFileWriter::printValue(const Variant& v) {
 
 void TextFileWriter::flush() {
     if (buffer_.empty()) return;
-    const std::size_t written = std::fwrite(buffer_.data(), 1, buffer_.size(), file_);
-    const bool complete = written == buffer_.size();
+    const bool complete = writeAll(fd_, buffer_);
     buffer_.clear();
     if (!complete) throw VbError(61, "Disk full");
 }
 
 void TextFileWriter::close() {
-    if (!file_) return;
-    std::FILE* file = std::exchange(file_, nullptr);
-    openFiles().release(key_, true);
+    if (fd_ < 0) return;
+    const int fd = std::exchange(fd_, -1);
+    openFiles().releaseWriter(fd);
     bool ok = true;
     if (!buffer_.empty()) {
-        ok = std::fwrite(buffer_.data(), 1, buffer_.size(), file) == buffer_.size();
+        ok = writeAll(fd, buffer_);
         buffer_.clear();
     }
-    if (std::fclose(file) != 0) ok = false;
+    if (::close(fd) != 0) ok = false;
     if (!ok) throw VbError(61, "Disk full");
 }
 
@@ -185,7 +243,7 @@ TextFileReader::~TextFileReader() {
 TextFileReader::TextFileReader(TextFileReader&& other) noexcept
     : data_(std::move(other.data_)),
       pos_(other.pos_),
-      key_(std::move(other.key_)),
+      key_(other.key_),
       open_(std::exchange(other.open_, false)) {}
 
 TextFileReader& TextFileReader::operator=(TextFileReader&& other) noexcept {
@@ -193,7 +251,7 @@ TextFileReader& TextFileReader::operator=(TextFileReader&& other) noexcept {
         close();
         data_ = std::move(other.data_);
         pos_ = other.pos_;
-        key_ = std::move(other.key_);
+        key_ = other.key_;
         open_ = std::exchange(other.open_, false);
     }
     return *this;
@@ -201,24 +259,15 @@ TextFileReader& TextFileReader::operator=(TextFileReader&& other) noexcept {
 
 void TextFileReader::open(const std::string& path) {
     if (open_) throw VbError(vberr::FileAlreadyOpen);
-    const std::string key = checkedKey(path);
-    std::error_code ec;
-    if (!fs::exists(fs::path(path), ec)) throw VbError(vberr::FileNotFound);
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (!file) {
-        if (errno == EACCES || errno == EPERM)
-            throw VbError(kPermissionDenied, "Permission denied");
-        throw VbError(vberr::FileNotFound);
-    }
+    if (path.empty()) throw VbError(vberr::BadFileNameOrNumber);
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) throwOpenFault(errno, path, vberr::FileNotFound);
+    std::size_t size = 0;
+    const FileKey key = keyOf(fd, &size);
     std::string data;
-    char block[1 << 16];
-    for (;;) {
-        const std::size_t got = std::fread(block, 1, sizeof block, file);
-        data.append(block, got);
-        if (got < sizeof block) break;
-    }
-    std::fclose(file);
-    openFiles().acquire(key, false);
+    ReadToEnd(fd, size, data);
+    ::close(fd);
+    openFiles().acquireReader(key);
     data_ = std::move(data);
     pos_ = 0;
     key_ = key;
@@ -227,7 +276,7 @@ void TextFileReader::open(const std::string& path) {
 
 void TextFileReader::close() {
     if (!open_) return;
-    openFiles().release(key_, false);
+    openFiles().releaseReader(key_);
     open_ = false;
     data_.clear();
     data_.shrink_to_fit();

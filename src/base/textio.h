@@ -1,8 +1,9 @@
 #pragma once
 
-#include <cstdio>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/variant.h"
 
@@ -27,7 +28,7 @@ class TextFileWriter {
     TextFileWriter& operator=(TextFileWriter&& other) noexcept;
 
     void open(const std::string& path, Mode mode = Mode::Output);
-    bool isOpen() const { return file_ != nullptr; }
+    bool isOpen() const { return fd_ >= 0; }
 
     // Print #n, line
     void printLine(std::string_view line);
@@ -42,8 +43,7 @@ class TextFileWriter {
   private:
     void flush();
 
-    std::FILE* file_ = nullptr;
-    std::string key_;
+    int fd_ = -1;
     std::string buffer_;
 };
 
@@ -83,6 +83,6 @@ class TextFileReader {
 
     std::string data_;
     std::size_t pos_ = 0;
-    std::string key_;
+    std::pair<std::uint64_t, std::uint64_t> key_{};
     bool open_ = false;
 };

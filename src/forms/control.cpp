@@ -125,7 +125,7 @@ void Control::SetProperty(std::string_view name, const Variant& value) {
     auto it = props_.find(name);
     if (it == props_.end())
         throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
-    const std::string key = it->first;
+    const std::string& key = it->first;  // a map entry stays where it is
     Variant stored = value;
     // Each property keeps its kind: a text stays a text, a number a number.
     if (it->second.IsString())

@@ -1,11 +1,29 @@
 #include "forms/headless_pane.h"
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <utility>
+
+#include "base/files.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
+
+namespace {
+
+// The whole of a file, or "" when it cannot be read (gone since it was shown).
+std::string readFile(const std::string& path) {
+    std::string text;
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return text;
+    struct stat info {};
+    if (::fstat(fd, &info) == 0) ReadToEnd(fd, static_cast<std::size_t>(info.st_size), text);
+    ::close(fd);
+    return text;
+}
+
+}  // namespace
 
 std::string HeadlessPane::localPath(const std::string& url) {
     if (UCase(Left(url, 7)) == "FILE://") return url.substr(7);
@@ -24,18 +42,16 @@ void HeadlessPane::Navigate2(const std::string& url) {
 void HeadlessPane::load(const std::string& url) {
     std::string path = localPath(url);
     if (!path.empty()) {
-        std::error_code ec;
-        if (!std::filesystem::is_regular_file(path, ec)) {
+        struct stat info {};
+        if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) {
             if (NavigateError) NavigateError(url);
             return;
         }
-        std::ifstream in(path, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        document_ = text.str();
+        unread_ = path;
     } else {
-        document_.clear();
+        unread_.clear();
     }
+    document_.clear();
     history_.push_back({url});
     if (NavigateComplete2) NavigateComplete2(url);
 }
@@ -52,10 +68,23 @@ void HeadlessPane::GoBack() {
 void HeadlessPane::Refresh2() {
     // The reloaded page is an entry of its own, so going back returns to the page before.
     history_.push_back({LocationURL()});
+    unread_.clear();
     document_.clear();
 }
 
+void HeadlessPane::draw() const {
+    if (unread_.empty()) return;
+    document_ = readFile(unread_);
+    unread_.clear();
+}
+
+std::string HeadlessPane::DocumentText() const {
+    draw();
+    return document_;
+}
+
 void HeadlessPane::Write(const std::string& html) {
+    draw();
     document_ += html;
 }
 

@@ -5,6 +5,7 @@
 #include "base/convert.h"
 #include "base/files.h"
 #include "base/strings.h"
+#include "build/bulk.h"
 #include "forms/runtime.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
@@ -151,7 +152,7 @@ void WebCatalogue::makeImagesFolder(Trap& on) {
     }
 }
 
+// The copy of the chosen items' pictures into Pages/images/ is the bulk tools'.
 void WebCatalogue::MoveCopy() {
-    // NOT BUILT YET: `MoveCopy`, the copy of the chosen items' pictures into Pages/images/,
-    // comes with the picture paths of the bulk tools (build/picture_paths.cpp).
+    P.bulk->MoveCopy();
 }

@@ -158,6 +158,34 @@ TEST_F(TextFiles, FileOpenForOutputIsAlreadyOpen) {
     EXPECT_EQ(errorOf([&] { TextFileReader in(path("a.txt")); }), 0);
 }
 
+TEST_F(TextFiles, AnotherNameOfAnOpenFileIsTheSameFile) {
+    TextFileWriter out(path("a.txt"));
+    fs::create_symlink(path("a.txt"), path("link.txt"));
+    EXPECT_EQ(errorOf([&] { TextFileReader in(path("link.txt")); }), 55);
+    EXPECT_EQ(errorOf([&] { TextFileReader in(dir_.string() + "/./a.txt"); }), 55);
+}
+
+TEST_F(TextFiles, AFileOpenForInputIsNotEmptiedByARefusedOutput) {
+    writeRaw("a.txt", "kept\r\n");
+    TextFileReader in(path("a.txt"));
+    EXPECT_EQ(errorOf([&] { TextFileWriter out(path("a.txt")); }), 55);
+    EXPECT_EQ(readRaw("a.txt"), "kept\r\n");
+    in.close();
+    TextFileWriter out(path("a.txt"));
+    out.close();
+    EXPECT_EQ(readRaw("a.txt"), "");
+}
+
+TEST_F(TextFiles, AFolderGivenAsTheFileIsAccessError) {
+    fs::create_directories(path("sub"));
+    EXPECT_EQ(errorOf([&] { TextFileWriter out(path("sub")); }), 75);
+    EXPECT_EQ(errorOf([&] { TextFileReader in(path("sub")); }), 75);
+    // The same with another file open, when the open is checked against it first.
+    TextFileWriter other(path("other.txt"));
+    EXPECT_EQ(errorOf([&] { TextFileWriter out(path("sub")); }), 75);
+    EXPECT_EQ(errorOf([&] { TextFileWriter out(path("nofolder/a.txt")); }), 76);
+}
+
 TEST_F(TextFiles, PrintingToAClosedFileFails) {
     TextFileWriter out(path("a.txt"));
     out.close();

@@ -6,6 +6,7 @@
 #include "build/run_steps.h"
 #include "folder_fixture.h"
 #include "shell/module.h"
+#include "webcat/web_catalogue.h"
 
 namespace fs = std::filesystem;
 
@@ -148,6 +149,51 @@ TEST_F(MoveCopy, PicturesAtInternetAddressesAndOnesAlreadyThereAreLeftOut) {
     EXPECT_EQ(text, "old");
     EXPECT_EQ(p("Label7").Caption(), "File Copy Now Completed, Copied: ");
     EXPECT_TRUE(ui.boxes.empty());
+}
+
+// The page setup's own roads to the copy: a layout loaded with "Copy Pictures To" on, and
+// the Picture field chosen in a box's list while it is on.
+TEST_F(MoveCopy, ALayoutLoadedWithCopyPicturesOnCopiesTheChosenItemsPictures) {
+    file("pics/d.jpg");
+    file("pics/e.jpg");
+    addProduct("D5", appDir() + "pics/d.jpg");
+    addProduct("E6", appDir() + "pics/e.jpg");
+    Products& p = start();
+    folder("Pages");
+    choose(p, {"D5"});
+    p("chkDetail", 1).SetValue(Variant::Integer(1));
+    ui.saveAnswer = appDir() + "Pages/copy.spd";
+    p.webcat->SaveLoad_Click(0);
+    p("chkDetail", 1).SetValue(Variant::Integer(0));
+    ui.saveAnswer = appDir() + "Pages/plain.spd";
+    p.webcat->SaveLoad_Click(0);
+    EXPECT_FALSE(fs::exists(images() + "d.jpg"));
+
+    ui.openAnswer = appDir() + "Pages/plain.spd";
+    p.webcat->SaveLoad_Click(1);
+    EXPECT_FALSE(fs::exists(images() + "d.jpg"));
+    EXPECT_FALSE(Mod().PicturesCopied);
+
+    ui.openAnswer = appDir() + "Pages/copy.spd";
+    p.webcat->SaveLoad_Click(1);
+    EXPECT_TRUE(fs::exists(images() + "d.jpg"));
+    EXPECT_FALSE(fs::exists(images() + "e.jpg"));  // not chosen for the pages
+    EXPECT_EQ(p("Label7").Caption(), "File Copy Now Completed, Copied: 1 Files");
+    EXPECT_TRUE(Mod().PicturesCopied);
+}
+
+TEST_F(MoveCopy, ChoosingThePictureFieldWithCopyPicturesOnCopies) {
+    file("pics/f.gif");
+    addProduct("F7", appDir() + "pics/f.gif");
+    Products& p = start();
+    choose(p, {"F7"});
+    p("lstAll", 2).SetListIndex(30);
+    EXPECT_FALSE(fs::exists(images() + "f.gif"));
+    p("chkDetail", 1).SetValue(Variant::Integer(1));
+    p("lstAll", 2).SetListIndex(0);
+    p("lstAll", 2).SetListIndex(30);
+    EXPECT_TRUE(fs::exists(images() + "f.gif"));
+    EXPECT_EQ(p("Label7").Caption(), "File Copy Now Completed, Copied: 1 Files");
 }
 
 }  // namespace

@@ -101,3 +101,23 @@ TEST_F(PaneTest, RefreshThenGoBackReturnsToThePageBeforeReloadedFromDisk) {
 TEST_F(PaneTest, GoBackWithNoHistoryFails) {
     EXPECT_ANY_THROW(pane.GoBack());
 }
+
+TEST_F(PaneTest, APageIsReadWhenItsTextIsFirstWantedAndThenKept) {
+    std::string page = file("page.htm", "<p>one</p>");
+    pane.Navigate2(page);
+    file("page.htm", "<p>two</p>");
+    EXPECT_EQ(pane.DocumentText(), "<p>two</p>");
+    file("page.htm", "<p>three</p>");
+    EXPECT_EQ(pane.DocumentText(), "<p>two</p>");
+    pane.Write("<p>more</p>");
+    EXPECT_EQ(pane.DocumentText(), "<p>two</p><p>more</p>");
+}
+
+TEST_F(PaneTest, APageShownAndGoneBeforeItWasReadIsEmpty) {
+    std::string page = file("page.htm", "<p>one</p>");
+    pane.Navigate2(page);
+    EXPECT_EQ(events.back(), "complete " + page);
+    fs::remove(page);
+    EXPECT_EQ(pane.DocumentText(), "");
+    EXPECT_EQ(pane.LocationURL(), page);
+}

@@ -68,8 +68,8 @@ struct SampleSite : ProgramTest {
     // The shop owner's road through the Web Pages panel: by category, every group, the
     // site named "catpage", a saved layout loaded, 30 items a page, a new page at each
     // category with the category as title, contents on the left, a title; then Done and
-    // Continue.
-    void makeTheSite() {
+    // Continue. `layout` is the saved layout the owner loads.
+    void makeTheSite(const std::string& layout = SHOP_LAYOUT) {
         completeThePictures();
         f = &start();
         ui.onWait = [this] {
@@ -82,7 +82,7 @@ struct SampleSite : ProgramTest {
             step();
         };
         ui.saveAnswer = pages() + "catpage.htm";
-        ui.openAnswer = SHOP_LAYOUT;
+        ui.openAnswer = layout;
         ui.inputAnswer = "0";
         steps = {[this] { UserInput::Click(c("Command13")); },
                  [this] { UserInput::Click(c("Command17")); },
@@ -138,6 +138,44 @@ TEST_F(SampleSite, EveryLinkAndPictureOfEveryPageNamesAFile) {
     EXPECT_GT(site.resolved, 53 * 3);
     EXPECT_EQ(site.outside, 0);
     EXPECT_EQ(ui.pane().LocationURL(), pages() + "FRcatpage.htm");
+}
+
+// The same road with a layout saved with "Copy Pictures To" on: loading it copies the chosen
+// items' pictures into Pages/images/, and every picture of every page is a copy there. An item
+// without a picture refers to the folder itself ("images/"), which is no picture.
+TEST_F(SampleSite, WithCopyPicturesOnEveryPictureIsACopyInTheImagesFolder) {
+    makeTheSite(SHOP_COPY_LAYOUT);
+    EXPECT_TRUE(Mod().PicturesCopied);
+    int copies = 0, none = 0;
+    std::string stray;
+    for (const auto& entry : fs::directory_iterator(pages())) {
+        if (entry.path().extension() != ".htm") continue;
+        std::ifstream in(entry.path(), std::ios::binary);
+        std::stringstream text;
+        text << in.rdbuf();
+        for (const auto& [attribute, value] : PageReferences(text.str())) {
+            // Pictures are given as dynsrc; links to them name the images folder. The
+            // frameset's src name pages.
+            const bool picture = attribute == "dynsrc" || value.rfind("images/", 0) == 0;
+            if (!picture) continue;
+            if (value == "images/")
+                none += 1;
+            else if (value.rfind("images/", 0) == 0 && fs::is_regular_file(pages() + value))
+                copies += 1;
+            else
+                stray += "  " + entry.path().filename().string() + ": " + value + "\n";
+        }
+    }
+    EXPECT_TRUE(stray.empty()) << "pictures outside Pages/images/:\n" << stray;
+    // For each product: the stock number's link, the picture's link and the picture on the
+    // catalogue page, and the picture on the detail page.
+    const int withPicture =
+        std::stoi(cat.query("SELECT COUNT(*) FROM Products WHERE Picture <> ''"));
+    EXPECT_EQ(copies, 4 * withPicture);
+    EXPECT_EQ(copies + none, 4 * 53);
+    const SiteReferences site = CheckSite(pages());
+    for (const auto& b : site.broken)
+        EXPECT_EQ(b.value, "images/") << b.page << ": " << b.attribute;
 }
 
 TEST_F(SampleSite, ChromiumOpensTheFramesetWithBothFramesAndReadsAllTheyReferTo) {
