@@ -11,7 +11,7 @@
 # folder cannot be written, each user works in a copy of it (shell/program_folder.h).
 
 include(GNUInstallDirs)
-set(INSTALL_PROGRAM_DIR ${CMAKE_INSTALL_LIBDIR}/catalogue-manager)
+set(INSTALL_PROGRAM_DIR lib/catalogue-manager)
 
 install(TARGETS catalogue-headless RUNTIME DESTINATION ${INSTALL_PROGRAM_DIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/program/ DESTINATION ${INSTALL_PROGRAM_DIR})

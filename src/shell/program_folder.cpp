@@ -58,7 +58,9 @@ std::string UserProgramFolder() {
     return "";
 }
 
-bool FolderWritable(const std::string& folder) { return access(folder.c_str(), W_OK) == 0; }
+bool FolderWritable(const std::string& folder) {
+    return access(folder.c_str(), W_OK) == 0;
+}
 
 std::string ChooseProgramFolder(const std::string& shipped, bool shippedWritable,
                                 const std::string& userFolder) {

@@ -27,7 +27,7 @@ void writeText(const fs::path& path, const std::string& text) {
 
 // A shipped program folder: an executable, the catalogue, a page and a picture.
 class ProgramFolderTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         root = scratchFolder() / ("program-folder-" + std::to_string(getpid()));
         fs::remove_all(root);
@@ -110,7 +110,9 @@ TEST(UserProgramFolder, FollowsTheUsersDataFolder) {
     EXPECT_EQ(UserProgramFolder(), "/data/of/the/user/catalogue-manager/");
     unsetenv("XDG_DATA_HOME");
     const char* home = std::getenv("HOME");
-    if (home) EXPECT_EQ(UserProgramFolder(), std::string(home) + "/.local/share/catalogue-manager/");
+    if (home) {
+        EXPECT_EQ(UserProgramFolder(), std::string(home) + "/.local/share/catalogue-manager/");
+    }
     if (saved) setenv("XDG_DATA_HOME", before.c_str(), 1);
 }
 
