@@ -99,6 +99,7 @@ TEST_F(ProgramFolderTest, ACopyThatCannotBeMadeLeavesTheShippedFolderInUse) {
 
 TEST_F(ProgramFolderTest, AFolderWithoutWritePermissionIsNotWritable) {
     EXPECT_TRUE(FolderWritable(shipped()));
+    EXPECT_FALSE(FolderWritable((root / "missing").string() + "/"));
     if (geteuid() == 0) GTEST_SKIP() << "the superuser may write anywhere";
     EXPECT_FALSE(FolderWritable((root / "shipped/Pages").string() + "/"));
 }
