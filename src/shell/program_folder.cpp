@@ -31,7 +31,7 @@ void copyData(const fs::path& from, const fs::path& to) {
          ++it) {
         // The top level holds the executables beside the data; they stay where they are.
         if (it.depth() == 0 && isExecutable(*it)) continue;
-        const fs::path target = to / fs::relative(it->path(), from);
+        const fs::path target = to / it->path().lexically_relative(from);
         if (it->is_directory()) {
             fs::create_directories(target);
             fs::permissions(target, userRw | fs::perms::owner_exec, fs::perm_options::add);
