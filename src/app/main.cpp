@@ -21,15 +21,9 @@
 #include "shell/module.h"
 #include "shell/products.h"
 #include "shell/program.h"
+#include "shell/program_folder.h"
 
 namespace {
-
-// The folder of the running executable, with its trailing separator.
-std::string programFolder() {
-    std::error_code ec;
-    auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-    return ec ? std::string("./") : exe.parent_path().string() + "/";
-}
 
 std::string readFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
@@ -82,12 +76,12 @@ int cannotOpen(const std::string& path, const VbError& e) {
 
 int main(int argc, char** argv) {
     if (argc > 1 && std::string(argv[1]) == "--report")
-        return runReportCommand(std::vector<std::string>(argv + 1, argv + argc), programFolder());
+        return runReportCommand(std::vector<std::string>(argv + 1, argv + argc), ProgramFolder());
     ConsoleUi ui;
     MemorySettings settings;
     // The catalogue named on the command line reaches the main form as a saved choice does.
     if (argc > 1) settings.Write(ProgramTitle, "Settings", "DBName", argv[1]);
-    Runtime rt(ui, settings, programFolder(), ProgramTitle);
+    Runtime rt(ui, settings, ProgramFolder(), ProgramTitle);
     RegisterForms(rt);
     bool ok = false;
     try {
