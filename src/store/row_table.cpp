@@ -109,6 +109,21 @@ RowTable::RowTable(std::vector<ColumnInfo> columns) {
         columns_.push_back(Column{std::move(info), {}, {}, {}, {}});
 }
 
+std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& columns) const {
+    if (columns.size() != columns_.size()) return std::nullopt;
+    RowTable copy({});
+    copy.columns_.reserve(columns.size());
+    for (const auto& info : columns) {
+        const int c = columnOf(info.name);
+        if (c < 0 || columns_[c].info.kind != info.kind) return std::nullopt;
+        copy.columns_.push_back(columns_[c]);
+        copy.columns_.back().info = info;
+    }
+    copy.rowids_ = rowids_;
+    copy.deleted_ = deleted_;
+    return copy;
+}
+
 int RowTable::appendRow(std::int64_t rowid) {
     for (auto& col : columns_) {
         col.cells.push_back(0);

@@ -24,6 +24,9 @@ class RowTable {
     int columnOf(std::string_view name) const;
     void reserve(std::size_t rows);
     void shrink();
+    // A copy of the rows with these columns in this order; nothing when they are not
+    // exactly this table's columns, of the same kinds.
+    std::optional<RowTable> reordered(const std::vector<ColumnInfo>& columns) const;
 
     int appendRow(std::int64_t rowid);  // all cells Null
     std::int64_t rowid(int row) const { return rowids_[row]; }

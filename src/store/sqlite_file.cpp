@@ -208,6 +208,8 @@ sqlite3_stmt* SqliteFile::prepare(const std::string& sql) {
 }
 
 void SqliteFile::execScript(const std::string& sql) {
+    ++writes_;
+    kept_.clear();
     char* message = nullptr;
     if (sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
         std::string text = message ? message : "script failed";
@@ -403,6 +405,8 @@ void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
 }
 
 void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values) {
+    ++writes_;
+    kept_.clear();
     if (groupDepth_ > 0 && !groupOpen_) {
         // Taking the write lock at the start, a busy file fails here, before any row.
         if (sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
@@ -464,4 +468,30 @@ void SqliteFile::replayGroup() {
             bind(s.get(), static_cast<int>(i) + 1, written.values[i]);
         if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
     }
+}
+
+SqliteFile::State SqliteFile::state() {
+    State now;
+    now.writes = writes_;
+    Lease s = cached("PRAGMA data_version");
+    if (sqlite3_step(s.get()) == SQLITE_ROW) now.dataVersion = sqlite3_column_int64(s.get(), 0);
+    return now;
+}
+
+void SqliteFile::keepRows(const std::string& key, State loadedAt, std::shared_ptr<RowTable> rows) {
+    // A version the engine did not give cannot tell another program's writes apart.
+    if (loadedAt.dataVersion < 0) return;
+    kept_[key] = Kept{loadedAt, std::move(rows)};
+}
+
+std::shared_ptr<RowTable> SqliteFile::keptRows(const std::string& key) {
+    auto it = kept_.find(key);
+    if (it == kept_.end()) return nullptr;
+    if (it->second.loadedAt == state()) return it->second.rows;
+    kept_.erase(it);
+    return nullptr;
+}
+
+void SqliteFile::forgetRows(const RowTable* rows) {
+    std::erase_if(kept_, [&](const auto& entry) { return entry.second.rows.get() == rows; });
 }

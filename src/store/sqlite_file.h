@@ -12,6 +12,7 @@
 
 struct sqlite3;
 struct sqlite3_stmt;
+class RowTable;
 
 // What a column holds, from its declared type in the file.
 enum class ColumnKind : std::uint8_t { Counter, Text, Long, Double, Money, YesNo, Date };
@@ -96,6 +97,24 @@ class SqliteFile {
     void beginGroup();
     void endGroup();
 
+    // Tables of rows loaded from this file, kept for the next record set that loads the same
+    // columns: a requery, a refresh or a second set on an unchanged file copies nothing and
+    // reads nothing. A kept table is given out only while the file holds exactly what it
+    // held when the table was loaded: no write through this connection since, and no
+    // commit by any other connection (of this program or another) since, as the engine's
+    // data version tells. The stamp is to be taken before the rows are read.
+    struct State {
+        std::int64_t dataVersion = -1;
+        std::uint64_t writes = 0;
+        bool operator==(const State&) const = default;
+    };
+    State state();
+    void keepRows(const std::string& key, State loadedAt, std::shared_ptr<RowTable> rows);
+    // The kept table for `key` when it is still what the file holds; null otherwise.
+    std::shared_ptr<RowTable> keptRows(const std::string& key);
+    // A table about to change in memory is no longer kept.
+    void forgetRows(const RowTable* rows);
+
   private:
     SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
     bool isCatalogue();
@@ -128,6 +147,13 @@ class SqliteFile {
     bool groupOpen_ = false;  // the group's transaction has begun
     std::chrono::steady_clock::time_point groupStarted_;
     std::vector<Written> groupWrites_;
+    // Every write through this connection counts, refused ones too.
+    std::uint64_t writes_ = 0;
+    struct Kept {
+        State loadedAt;
+        std::shared_ptr<RowTable> rows;
+    };
+    std::unordered_map<std::string, Kept> kept_;
 };
 
 // "[name]" as SQLite quotes a name with blanks.

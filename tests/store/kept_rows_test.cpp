@@ -1,0 +1,128 @@
+// A record set opened, requeried or refreshed on an unchanged file takes the rows another set
+// of the same connection already read; any write since, from anywhere, makes them read again.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "base/convert.h"
+#include "catalogue_fixture.h"
+#include "vb_expect.h"
+
+namespace {
+
+struct KeptRows : ::testing::Test {
+    TempCatalogue cat;
+    std::unique_ptr<Connection> conn;
+    std::unique_ptr<Recordset> a;
+    void SetUp() override {
+        cat.sql(
+            "INSERT INTO Products (StockNo, ProdName, Cost1, Notes) VALUES ('B2', 'Bead', 1.5, "
+            "NULL), ('A1', 'Apple', 2, 'ripe'), ('C3', 'Cup', NULL, '');");
+        conn = cat.connect();
+        a = cat.open(StatementA, *conn);
+    }
+    // Every row of a set: each field by name, and the row's bookmark.
+    static std::string rowsOf(Recordset& rs) {
+        std::string all;
+        rs.MoveFirst();
+        for (; !rs.Eof(); rs.MoveNext()) {
+            all += CStr(rs.Bookmark()) + ":";
+            for (const char* name : {"PID", "StockNo", "ProdName", "Cost1", "Notes", "Retail"}) {
+                const Variant v = rs.Fields(name).Value();
+                all += (v.IsNull() ? "Null" : CStr(v)) + ",";
+            }
+            all += ";";
+        }
+        return all;
+    }
+    std::string names(Recordset& rs) {
+        std::string all;
+        rs.MoveFirst();
+        for (; !rs.Eof(); rs.MoveNext())
+            all += CStr(rs.Fields("ProdName").Value()) + "|";
+        return all;
+    }
+};
+
+TEST_F(KeptRows, ASecondSetInAnotherColumnOrderReadsWhatTheFirstReads) {
+    auto b = cat.open(StatementB, *conn);
+    EXPECT_EQ(rowsOf(*b), rowsOf(*a));
+    EXPECT_EQ(rowsOf(*a),
+              "2:2,A1,Apple,2,ripe,Null,;1:1,B2,Bead,1.5,Null,Null,;3:3,C3,Cup,Null,,Null,;");
+    EXPECT_EQ(b->FieldName(0), "StockNo");
+}
+
+TEST_F(KeptRows, ARequeryAfterAnotherConnectionOfTheProgramWroteSeesTheWrite) {
+    cat.sql("UPDATE Products SET ProdName = 'Acorn' WHERE StockNo = 'A1'");
+    a->Requery(0);
+    EXPECT_EQ(names(*a), "Acorn|Bead|Cup|");
+}
+
+TEST_F(KeptRows, ARequeryAfterAnotherProgramWroteSeesTheWrite) {
+    ASSERT_EQ(std::system(("sqlite3 '" + cat.path() +
+                           "' \"INSERT INTO Products (StockNo, ProdName) VALUES ('D4', 'Dish')\"")
+                              .c_str()),
+              0);
+    a->Requery(0);
+    EXPECT_EQ(names(*a), "Apple|Bead|Cup|Dish|");
+}
+
+TEST_F(KeptRows, ASetOpenedAfterAWriteThroughAnotherSetOfTheConnectionSeesIt) {
+    a->MoveFirst();
+    a->Fields("ProdName").SetValue(Variant("Apricot"));
+    a->MoveNext();
+    auto b = cat.open(StatementB, *conn);
+    EXPECT_EQ(names(*b), "Apricot|Bead|Cup|");
+    b->MoveLast();
+    b->Delete(0);
+    a->Requery(0);
+    EXPECT_EQ(names(*a), "Apricot|Bead|");
+}
+
+TEST_F(KeptRows, ARowAddedAndNotStoredIsNotInAnotherSet) {
+    a->AddNew();
+    a->Fields("StockNo").SetValue(Variant("Z9"));
+    auto b = cat.open(StatementB, *conn);
+    EXPECT_EQ(b->RecordCount(), 3);
+    a->CancelUpdate();
+    auto c = cat.open(StatementA, *conn);
+    EXPECT_EQ(rowsOf(*c), rowsOf(*b));
+}
+
+TEST_F(KeptRows, ARowReadAgainFromTheFileIsNotHandedToTheNextSet) {
+    auto b = cat.open(StatementB, *conn);
+    cat.sql("UPDATE Products SET ProdName = 'Bell' WHERE StockNo = 'B2'");
+    b->MoveFirst();
+    b->MoveNext();
+    b->Resync(0);
+    EXPECT_EQ(CStr(b->Fields("ProdName").Value()), "Bell");
+    a->Requery(0);
+    EXPECT_EQ(names(*a), "Apple|Bell|Cup|");
+}
+
+TEST(KeptRowsOfADataControl, ARefreshSeesWritesOfItsOwnAndOfOtherConnections) {
+    TempCatalogue cat;
+    cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES ('A1', 'Apple'), ('B2', 'Bead')");
+    auto data = CreateDataControl();
+    data->SetDatabaseName(cat.path());
+    data->SetRecordSource("Products");
+    data->Refresh();
+    EXPECT_EQ(data->Recordset().RecordCount(), 2);
+    data->Refresh();
+    EXPECT_EQ(data->Recordset().RecordCount(), 2);
+    data->Recordset().AddNew();
+    data->Recordset().SetValue("StockNo", Variant("C3"));
+    data->Recordset().Update();
+    data->Refresh();
+    EXPECT_EQ(data->Recordset().RecordCount(), 3);
+    auto conn = cat.connect();
+    auto rs = cat.open(StatementA, *conn);
+    rs->MoveFirst();
+    rs->Delete(0);
+    data->Refresh();
+    EXPECT_EQ(data->Recordset().RecordCount(), 2);
+    data->Recordset().MoveFirst();
+    EXPECT_EQ(CStr(data->Recordset().GetValue("StockNo")), "B2");
+}
+
+}  // namespace
