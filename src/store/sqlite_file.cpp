@@ -146,6 +146,11 @@ std::shared_ptr<SqliteFile> SqliteFile::create(const std::string& path) {
     return std::shared_ptr<SqliteFile>(new SqliteFile(db, path));
 }
 
+SqliteFile::SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {
+    std::error_code ec;
+    keptPrefix_ = std::filesystem::weakly_canonical(path_, ec).string() + "\n";
+}
+
 SqliteFile::~SqliteFile() {
     // Closing would roll an open group back: what the run wrote is kept.
     if (groupOpen_) {
@@ -155,6 +160,7 @@ SqliteFile::~SqliteFile() {
             // Nothing more can be done for the file while it closes.
         }
     }
+    forgetOwnRows();
     statements_.clear();
     sqlite3_close_v2(db_);
 }
@@ -209,7 +215,7 @@ sqlite3_stmt* SqliteFile::prepare(const std::string& sql) {
 
 void SqliteFile::execScript(const std::string& sql) {
     ++writes_;
-    kept_.clear();
+    forgetOwnRows();
     char* message = nullptr;
     if (sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
         std::string text = message ? message : "script failed";
@@ -406,7 +412,7 @@ void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
 
 void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values) {
     ++writes_;
-    kept_.clear();
+    forgetOwnRows();
     if (groupDepth_ > 0 && !groupOpen_) {
         // Taking the write lock at the start, a busy file fails here, before any row.
         if (sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
@@ -478,20 +484,43 @@ SqliteFile::State SqliteFile::state() {
     return now;
 }
 
+namespace {
+
+struct Kept {
+    SqliteFile* loadedBy;
+    SqliteFile::State loadedAt;
+    std::shared_ptr<RowTable> rows;
+};
+
+// Every kept table of the program, by file and columns.
+std::unordered_map<std::string, Kept>& keptTables() {
+    static std::unordered_map<std::string, Kept> kept;
+    return kept;
+}
+
+}  // namespace
+
 void SqliteFile::keepRows(const std::string& key, State loadedAt, std::shared_ptr<RowTable> rows) {
-    // A version the engine did not give cannot tell another program's writes apart.
+    // A version the engine did not give cannot tell other connections' writes apart.
     if (loadedAt.dataVersion < 0) return;
-    kept_[key] = Kept{loadedAt, std::move(rows)};
+    keptTables()[keptPrefix_ + key] = Kept{this, loadedAt, std::move(rows)};
 }
 
 std::shared_ptr<RowTable> SqliteFile::keptRows(const std::string& key) {
-    auto it = kept_.find(key);
-    if (it == kept_.end()) return nullptr;
-    if (it->second.loadedAt == state()) return it->second.rows;
-    kept_.erase(it);
+    auto& kept = keptTables();
+    auto it = kept.find(keptPrefix_ + key);
+    if (it == kept.end()) return nullptr;
+    // Writes of this connection still in an open group are seen by this connection only.
+    if (it->second.loadedBy != this && !sqlite3_get_autocommit(db_)) return nullptr;
+    if (it->second.loadedBy->state() == it->second.loadedAt) return it->second.rows;
+    kept.erase(it);
     return nullptr;
 }
 
 void SqliteFile::forgetRows(const RowTable* rows) {
-    std::erase_if(kept_, [&](const auto& entry) { return entry.second.rows.get() == rows; });
+    std::erase_if(keptTables(), [&](const auto& entry) { return entry.second.rows.get() == rows; });
+}
+
+void SqliteFile::forgetOwnRows() {
+    std::erase_if(keptTables(), [&](const auto& entry) { return entry.second.loadedBy == this; });
 }

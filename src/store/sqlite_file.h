@@ -97,12 +97,14 @@ class SqliteFile {
     void beginGroup();
     void endGroup();
 
-    // Tables of rows loaded from this file, kept for the next record set that loads the same
-    // columns: a requery, a refresh or a second set on an unchanged file copies nothing and
-    // reads nothing. A kept table is given out only while the file holds exactly what it
-    // held when the table was loaded: no write through this connection since, and no
-    // commit by any other connection (of this program or another) since, as the engine's
-    // data version tells. The stamp is to be taken before the rows are read.
+    // Tables of rows loaded from a file, kept for the next record set of any connection of
+    // the program that loads the same columns of that file: a requery, a refresh or a second
+    // set on an unchanged file then copies the rows instead of reading them. A kept table is
+    // given out only while the file holds exactly what it held when the table was loaded:
+    // the loading connection has written nothing since, and no other connection (of this
+    // program or another) has committed since, as the loading connection's data version
+    // tells; and the asking connection has no writes of its own not yet committed. The
+    // state is to be taken before the rows are read.
     struct State {
         std::int64_t dataVersion = -1;
         std::uint64_t writes = 0;
@@ -116,7 +118,7 @@ class SqliteFile {
     void forgetRows(const RowTable* rows);
 
   private:
-    SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
+    SqliteFile(sqlite3* db, std::string path);
     bool isCatalogue();
     sqlite3_stmt* prepare(const std::string& sql);
     // A statement kept prepared for its text, reset and cleared when the lease ends.
@@ -149,11 +151,9 @@ class SqliteFile {
     std::vector<Written> groupWrites_;
     // Every write through this connection counts, refused ones too.
     std::uint64_t writes_ = 0;
-    struct Kept {
-        State loadedAt;
-        std::shared_ptr<RowTable> rows;
-    };
-    std::unordered_map<std::string, Kept> kept_;
+    std::string keptPrefix_;  // the file's real path, under which its tables are kept
+    // Drops the tables this connection loaded.
+    void forgetOwnRows();
 };
 
 // "[name]" as SQLite quotes a name with blanks.

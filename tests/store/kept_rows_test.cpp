@@ -125,4 +125,41 @@ TEST(KeptRowsOfADataControl, ARefreshSeesWritesOfItsOwnAndOfOtherConnections) {
     EXPECT_EQ(CStr(data->Recordset().GetValue("StockNo")), "B2");
 }
 
+TEST(KeptRowsOfADataControl, TheFormsSetsTakeTheRowsItReadUntilAnyConnectionWrites) {
+    TempCatalogue cat;
+    cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES ('A1', 'Apple'), ('B2', 'Bead')");
+    auto data = CreateDataControl();
+    data->SetDatabaseName(cat.path());
+    data->SetRecordSource("Products");
+    data->Refresh();
+    EXPECT_EQ(data->Recordset().RecordCount(), 2);
+    auto conn = cat.connect();
+    auto a = cat.open(StatementA, *conn);
+    EXPECT_EQ(a->RecordCount(), 2);
+    cat.sql("UPDATE Products SET ProdName = 'Acorn' WHERE StockNo = 'A1'");
+    auto b = cat.open(StatementB, *conn);
+    b->MoveFirst();
+    EXPECT_EQ(CStr(b->Fields("ProdName").Value()), "Acorn");
+}
+
+TEST(KeptRowsOfADataControl, AConnectionInTheMiddleOfAGroupSeesItsOwnWritesNotAnotherSetsRows) {
+    TempCatalogue cat;
+    cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES ('A1', 'Apple')");
+    auto conn = cat.connect();
+    auto a = cat.open(StatementA, *conn);
+    auto data = CreateDataControl();
+    data->SetDatabaseName(cat.path());
+    data->SetRecordSource("Products");
+    data->Refresh();
+    WriteGroup group(*data);
+    data->Recordset().AddNew();
+    data->Recordset().SetValue("StockNo", Variant("B2"));
+    data->Recordset().Update();
+    data->Refresh();
+    EXPECT_EQ(data->Recordset().RecordCount(), 2);
+    group.End();
+    a->Requery(0);
+    EXPECT_EQ(a->RecordCount(), 2);
+}
+
 }  // namespace
