@@ -100,13 +100,19 @@ TEST_F(KeptRows, ARowReadAgainFromTheFileIsNotHandedToTheNextSet) {
     EXPECT_EQ(names(*a), "Apple|Bell|Cup|");
 }
 
-TEST(KeptRowsOfADataControl, ARefreshSeesWritesOfItsOwnAndOfOtherConnections) {
-    TempCatalogue cat;
-    cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES ('A1', 'Apple'), ('B2', 'Bead')");
+// A data control on the catalogue's products, refreshed.
+std::unique_ptr<DataControl> productsOf(const TempCatalogue& cat) {
     auto data = CreateDataControl();
     data->SetDatabaseName(cat.path());
     data->SetRecordSource("Products");
     data->Refresh();
+    return data;
+}
+
+TEST(KeptRowsOfADataControl, ARefreshSeesWritesOfItsOwnAndOfOtherConnections) {
+    TempCatalogue cat;
+    cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES ('A1', 'Apple'), ('B2', 'Bead')");
+    auto data = productsOf(cat);
     EXPECT_EQ(data->Recordset().RecordCount(), 2);
     data->Refresh();
     EXPECT_EQ(data->Recordset().RecordCount(), 2);
@@ -128,10 +134,7 @@ TEST(KeptRowsOfADataControl, ARefreshSeesWritesOfItsOwnAndOfOtherConnections) {
 TEST(KeptRowsOfADataControl, TheFormsSetsTakeTheRowsItReadUntilAnyConnectionWrites) {
     TempCatalogue cat;
     cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES ('A1', 'Apple'), ('B2', 'Bead')");
-    auto data = CreateDataControl();
-    data->SetDatabaseName(cat.path());
-    data->SetRecordSource("Products");
-    data->Refresh();
+    auto data = productsOf(cat);
     EXPECT_EQ(data->Recordset().RecordCount(), 2);
     auto conn = cat.connect();
     auto a = cat.open(StatementA, *conn);
@@ -147,10 +150,7 @@ TEST(KeptRowsOfADataControl, AConnectionInTheMiddleOfAGroupSeesItsOwnWritesNotAn
     cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES ('A1', 'Apple')");
     auto conn = cat.connect();
     auto a = cat.open(StatementA, *conn);
-    auto data = CreateDataControl();
-    data->SetDatabaseName(cat.path());
-    data->SetRecordSource("Products");
-    data->Refresh();
+    auto data = productsOf(cat);
     WriteGroup group(*data);
     data->Recordset().AddNew();
     data->Recordset().SetValue("StockNo", Variant("B2"));
