@@ -76,14 +76,16 @@ std::string keptKey(const std::string& table, const std::vector<ColumnInfo>& col
 // The rows of the table: copied from the ones the file keeps when it still holds exactly
 // those, else read; what is read is kept for the next set.
 std::shared_ptr<RowTable> loadRows(SqliteFile& file, std::vector<ColumnInfo> columns,
-                                   const std::string& tableName) {
-    const std::string key = keptKey(tableName, columns);
+                                   const std::string& tableName, std::string& key,
+                                   std::optional<SqliteFile::State>& exactAt) {
+    key = keptKey(tableName, columns);
+    // Taken before looking or reading: a commit by another connection meanwhile makes the
+    // rows stale rather than unnoticed.
+    const SqliteFile::State loadedAt = file.state();
+    exactAt = loadedAt;
     if (auto kept = file.keptRows(key))
         if (auto copy = kept->reordered(columns))
             return std::make_shared<RowTable>(std::move(*copy));
-    // Taken before reading: a commit by another connection meanwhile makes the kept rows
-    // stale rather than unnoticed.
-    const SqliteFile::State loadedAt = file.state();
     auto rows = std::make_shared<RowTable>(std::move(columns));
     RowTable& table = *rows;
     const int count = table.columnCount();
@@ -120,7 +122,8 @@ RowTable& Cursor::changing() {
 
 Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement)
     : file_(std::move(file)),
-      table_(loadRows(*file_, loadedColumns(*file_, statement, tableName_, shown_), tableName_)) {
+      table_(loadRows(*file_, loadedColumns(*file_, statement, tableName_, shown_), tableName_,
+                      keptKey_, exactAt_)) {
     std::optional<Criteria> where;
     if (!statement.where.empty()) where = Criteria::parse(statement.where, *table_);
     base_.reserve(table_->rowCount());
@@ -274,29 +277,56 @@ void Cursor::update() {
         names.push_back(table_->column(c).name);
         values.push_back(toStored(table_->column(c).kind, v));
     }
+    bool exact = exactBeforeWrite();
     if (edit_ == Edit::Add) {
-        std::int64_t rowid = file_->insert(tableName_, names, values);
+        // The row as the file now holds it comes back from the insert: the file fills in
+        // the key and the defaults.
+        std::int64_t rowid =
+            file_->insert(tableName_, names, values, namesOf(*table_), [&](sqlite3_stmt* stmt) {
+                for (int c = 0; c < table_->columnCount(); ++c)
+                    changing().setStored(row, c, SqliteFile::column(stmt, c));
+            });
         changing().setRowid(row, rowid);
-        // Read the row back: the file fills in the key and the defaults.
-        file_->readRow(tableName_, namesOf(*table_), rowid, [&](sqlite3_stmt* stmt) {
-            for (int c = 0; c < table_->columnCount(); ++c)
-                table_->setStored(row, c, SqliteFile::column(stmt, c));
-        });
         std::vector<int> indexed;
         for (const auto& entry : indexes_)
             indexed.push_back(entry.first);
         for (int column : indexed)
             linkIntoIndex(column, count() - 1);
     } else {
-        file_->update(tableName_, table_->rowid(row), names, values);
-        for (const auto& [c, v] : pending_) {
+        // What the file made of each value (a column's type may turn a text into a number)
+        // tells whether the rows in memory still equal the file's.
+        std::vector<StoredValue> stored;
+        file_->update(tableName_, table_->rowid(row), names, values, names,
+                      [&](sqlite3_stmt* stmt) {
+                          for (std::size_t i = 0; i < names.size(); ++i)
+                              stored.push_back(SqliteFile::column(stmt, static_cast<int>(i)));
+                      });
+        for (std::size_t i = 0; i < pending_.size(); ++i) {
+            const auto& [c, v] = pending_[i];
             unlinkFromIndex(c, pos_);
             changing().set(row, c, v);
             linkIntoIndex(c, pos_);
+            exact = exact && i < stored.size() && table_->holdsStored(row, c, stored[i]);
         }
     }
     edit_ = Edit::None;
     pending_.clear();
+    keepAfterWrite(exact);
+}
+
+bool Cursor::exactBeforeWrite() {
+    if (exactAt_ && *exactAt_ == file_->state()) return true;
+    exactAt_.reset();
+    return false;
+}
+
+void Cursor::keepAfterWrite(bool exact) {
+    if (!exact) {
+        exactAt_.reset();
+        return;
+    }
+    exactAt_ = file_->state();
+    file_->keepRows(keptKey_, *exactAt_, table_);
 }
 
 void Cursor::resync() {
@@ -311,6 +341,8 @@ void Cursor::resync() {
             linkIntoIndex(c, pos_);
         }
     });
+    // The other rows may be older than this one now.
+    exactAt_.reset();
     // Deleted from the file by another record set.
     if (!found) throw VbError(vberr::NoCurrentRecord);
 }
@@ -341,8 +373,10 @@ void Cursor::deleteCurrent() {
     int row = currentRow();
     edit_ = Edit::None;
     pending_.clear();
+    const bool exact = exactBeforeWrite();
     file_->remove(tableName_, table_->rowid(row));
     changing().markDeleted(row);
+    keepAfterWrite(exact);
     ++gap_;
     viewChanged();
     currentDeleted_ = true;

@@ -87,11 +87,19 @@ class Cursor {
 
     // The table about to change in memory: the file no longer keeps it for other sets.
     RowTable& changing();
+    // Around a write through this set: whether the rows still equal the file's before it,
+    // and, when they do after it too, the rows kept again for other sets.
+    bool exactBeforeWrite();
+    void keepAfterWrite(bool exact);
 
     std::shared_ptr<SqliteFile> file_;
     std::string tableName_;
     int shown_ = 0;
-    std::shared_ptr<RowTable> table_;  // kept by the file too while it is as loaded
+    std::string keptKey_;
+    // Whether the rows (less the deleted ones and a row being added) are exactly what the
+    // file holds, and as of which state of the file.
+    std::optional<SqliteFile::State> exactAt_;
+    std::shared_ptr<RowTable> table_;  // kept for other sets while it equals the file
     std::vector<int> base_;            // the statement's rows in its order
     std::vector<int> filtered_;        // base_ through the filter
     std::vector<int> view_;            // filtered_ through the sort

@@ -111,17 +111,53 @@ RowTable::RowTable(std::vector<ColumnInfo> columns) {
 
 std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& columns) const {
     if (columns.size() != columns_.size()) return std::nullopt;
+    std::vector<int> kept;
+    kept.reserve(rowids_.size());
+    for (int row = 0; row < rowCount(); ++row) {
+        if (deleted_[row]) continue;
+        if (!kept.empty() && rowids_[row] <= rowids_[kept.back()]) return std::nullopt;
+        kept.push_back(row);
+    }
+    const bool whole = kept.size() == rowids_.size();
     RowTable copy({});
     copy.columns_.reserve(columns.size());
     for (const auto& info : columns) {
         const int c = columnOf(info.name);
         if (c < 0 || columns_[c].info.kind != info.kind) return std::nullopt;
-        copy.columns_.push_back(columns_[c]);
+        const Column& from = columns_[c];
+        if (whole) {
+            copy.columns_.push_back(from);
+        } else {
+            Column to{from.info, {}, {}, from.arena, {}};
+            to.cells.reserve(kept.size());
+            to.nulls.reserve(kept.size());
+            for (int row : kept) {
+                if (!from.overflowed.empty() && from.overflowed.count(row))
+                    to.overflowed.insert(static_cast<int>(to.cells.size()));
+                to.cells.push_back(from.cells[row]);
+                to.nulls.push_back(from.nulls[row]);
+            }
+            copy.columns_.push_back(std::move(to));
+        }
         copy.columns_.back().info = info;
     }
-    copy.rowids_ = rowids_;
-    copy.deleted_ = deleted_;
+    for (int row : kept)
+        copy.rowids_.push_back(rowids_[row]);
+    copy.deleted_.assign(kept.size(), false);
     return copy;
+}
+
+bool RowTable::holdsStored(int row, int c, const StoredValue& v) const {
+    const Column& col = columns_[c];
+    RowTable read({col.info});
+    read.appendRow(0);
+    read.setStored(0, 0, v);
+    const Column& fresh = read.columns_[0];
+    const bool overflowed = !col.overflowed.empty() && col.overflowed.count(row);
+    if (fresh.nulls[0] != col.nulls[row] || !fresh.overflowed.empty() != overflowed) return false;
+    if (col.nulls[row]) return true;
+    if (col.info.kind == ColumnKind::Text) return read.text(0, 0) == text(row, c);
+    return fresh.cells[0] == col.cells[row];
 }
 
 int RowTable::appendRow(std::int64_t rowid) {

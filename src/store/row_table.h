@@ -24,9 +24,12 @@ class RowTable {
     int columnOf(std::string_view name) const;
     void reserve(std::size_t rows);
     void shrink();
-    // A copy of the rows with these columns in this order; nothing when they are not
-    // exactly this table's columns, of the same kinds.
+    // A copy of the rows not deleted, with these columns in this order, as a fresh read of
+    // the same rows gives them; nothing when the columns are not exactly this table's, of
+    // the same kinds, or the rows are not in the order of their keys.
     std::optional<RowTable> reordered(const std::vector<ColumnInfo>& columns) const;
+    // The cell holds what reading the stored value gives.
+    bool holdsStored(int row, int c, const StoredValue& v) const;
 
     int appendRow(std::int64_t rowid);  // all cells Null
     std::int64_t rowid(int row) const { return rowids_[row]; }

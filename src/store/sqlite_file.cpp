@@ -371,8 +371,29 @@ std::string_view SqliteFile::columnText(sqlite3_stmt* stmt, int index) {
             static_cast<std::size_t>(sqlite3_column_bytes(stmt, index))};
 }
 
+namespace {
+
+std::string returningClause(const std::vector<std::string>& columns) {
+    std::string clause;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        clause += (i ? "," : " RETURNING ") + quoteName(columns[i]);
+    return clause;
+}
+
+// Steps a write to its end, giving a returned row to `returned`.
+int stepWrite(sqlite3_stmt* s, const SqliteFile::Returned& returned) {
+    int rc;
+    while ((rc = sqlite3_step(s)) == SQLITE_ROW)
+        if (returned) returned(s);
+    return rc;
+}
+
+}  // namespace
+
 std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std::string>& columns,
-                                const std::vector<StoredValue>& values) {
+                                const std::vector<StoredValue>& values,
+                                const std::vector<std::string>& returning,
+                                const Returned& returned) {
     // The key goes first, Null so that the file gives it; a group made again after a
     // rollback gives each row the key it had.
     std::string names = "rowid", marks = "?";
@@ -384,23 +405,26 @@ std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std:
     all.reserve(values.size() + 1);
     all.emplace_back();
     all.insert(all.end(), values.begin(), values.end());
-    write("INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")", all);
+    write("INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")" +
+              returningClause(returning),
+          all, returned);
     return sqlite3_last_insert_rowid(db_);
 }
 
 void SqliteFile::update(const std::string& table, std::int64_t rowid,
                         const std::vector<std::string>& columns,
-                        const std::vector<StoredValue>& values) {
+                        const std::vector<StoredValue>& values,
+                        const std::vector<std::string>& returning, const Returned& returned) {
     if (columns.empty()) return;
     std::string sql = "UPDATE " + quoteName(table) + " SET ";
     for (std::size_t i = 0; i < columns.size(); ++i)
         sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
-    sql += " WHERE rowid=?";
+    sql += " WHERE rowid=?" + returningClause(returning);
     std::vector<StoredValue> all = values;
     all.emplace_back();
     all.back().type = StoredValue::Type::Integer;
     all.back().i = rowid;
-    write(sql, all);
+    write(sql, all, returned);
 }
 
 void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
@@ -410,7 +434,8 @@ void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
     write("DELETE FROM " + quoteName(table) + " WHERE rowid=?", key);
 }
 
-void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values) {
+void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values,
+                       const Returned& returned) {
     ++writes_;
     forgetOwnRows();
     if (groupDepth_ > 0 && !groupOpen_) {
@@ -424,7 +449,7 @@ void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& v
         Lease s = cached(sql);
         for (std::size_t i = 0; i < values.size(); ++i)
             bind(s.get(), static_cast<int>(i) + 1, values[i]);
-        if (sqlite3_step(s.get()) != SQLITE_DONE) {
+        if (stepWrite(s.get(), returned) != SQLITE_DONE) {
             const int code = sqlite3_errcode(db_);
             const std::string message = sqlite3_errmsg(db_);
             if (groupOpen_ && sqlite3_get_autocommit(db_)) replayGroup();
@@ -472,7 +497,7 @@ void SqliteFile::replayGroup() {
         Lease s = cached(written.sql);
         for (std::size_t i = 0; i < written.values.size(); ++i)
             bind(s.get(), static_cast<int>(i) + 1, written.values[i]);
-        if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+        if (stepWrite(s.get(), {}) != SQLITE_DONE) fail(StoreFailure);
     }
 }
 
@@ -510,8 +535,10 @@ std::shared_ptr<RowTable> SqliteFile::keptRows(const std::string& key) {
     auto& kept = keptTables();
     auto it = kept.find(keptPrefix_ + key);
     if (it == kept.end()) return nullptr;
-    // Writes of this connection still in an open group are seen by this connection only.
-    if (it->second.loadedBy != this && !sqlite3_get_autocommit(db_)) return nullptr;
+    // Writes still in an open group are seen only by the connection that made them.
+    if (it->second.loadedBy != this &&
+        (!sqlite3_get_autocommit(db_) || !sqlite3_get_autocommit(it->second.loadedBy->db_)))
+        return nullptr;
     if (it->second.loadedBy->state() == it->second.loadedAt) return it->second.rows;
     kept.erase(it);
     return nullptr;

@@ -80,11 +80,17 @@ class SqliteFile {
     static std::string_view columnText(sqlite3_stmt* stmt, int index);
 
     // Writes through: each call is its own durable change, or, inside a group of writes,
-    // part of the group's next commit.
+    // part of the group's next commit. `returning` names columns whose values, as the file
+    // now holds them, are given to `returned` (column 0 the first named) in the same
+    // statement.
+    using Returned = std::function<void(sqlite3_stmt* stmt)>;
     std::int64_t insert(const std::string& table, const std::vector<std::string>& columns,
-                        const std::vector<StoredValue>& values);
+                        const std::vector<StoredValue>& values,
+                        const std::vector<std::string>& returning = {},
+                        const Returned& returned = {});
     void update(const std::string& table, std::int64_t rowid,
-                const std::vector<std::string>& columns, const std::vector<StoredValue>& values);
+                const std::vector<std::string>& columns, const std::vector<StoredValue>& values,
+                const std::vector<std::string>& returning = {}, const Returned& returned = {});
     void remove(const std::string& table, std::int64_t rowid);
 
     // A long run of writes (an import) is committed a group at a time: every GroupSpan of
@@ -125,7 +131,8 @@ class SqliteFile {
     class Lease;
     Lease cached(const std::string& sql);
     // Runs one write statement, inside the open group when there is one.
-    void write(const std::string& sql, const std::vector<StoredValue>& values);
+    void write(const std::string& sql, const std::vector<StoredValue>& values,
+               const Returned& returned = {});
     // False when the file refused and the group is still open, to be tried again later.
     bool commitGroup();
     // The group's transaction was rolled back by the engine (a full disk, an I/O fault):

@@ -162,4 +162,52 @@ TEST(KeptRowsOfADataControl, AConnectionInTheMiddleOfAGroupSeesItsOwnWritesNotAn
     EXPECT_EQ(a->RecordCount(), 2);
 }
 
+TEST_F(KeptRows, AfterARunOfWritesThroughADataControlAnotherSetShowsWhatTheFileHolds) {
+    auto data = productsOf(cat);
+    {
+        WriteGroup group(*data);
+        DaoRecordset& rs = data->Recordset();
+        rs.FindFirst("[StockNo] = 'A1'");
+        rs.Edit();
+        rs.SetValue("ProdName", Variant("Acorn"));
+        rs.SetValue("Cost1", Variant("2.25"));
+        rs.Update();
+        rs.AddNew();
+        rs.SetValue("StockNo", Variant("D4"));
+        rs.SetValue("Notes", Variant("new"));
+        rs.Update();
+        rs.FindFirst("[StockNo] = 'B2'");
+        rs.Delete();
+    }
+    auto b = cat.open(StatementB, *conn);
+    EXPECT_EQ(rowsOf(*b),
+              "1:2,A1,Acorn,2.25,ripe,Null,;2:3,C3,Cup,Null,,Null,;3:4,D4,Null,Null,new,Null,;");
+    EXPECT_EQ(cat.query("SELECT PID || StockNo || ifnull(ProdName, '-') FROM Products ORDER BY "
+                        "StockNo"),
+              "2A1Acorn|3C3Cup|4D4-");
+    data->Refresh();
+    data->Recordset().MoveLast();
+    EXPECT_EQ(CStr(data->Recordset().GetValue("StockNo")), "D4");
+    EXPECT_EQ(data->Recordset().RecordCount(), 3);
+}
+
+TEST(KeptRowsOfADataControl, AValueTheFileStoresOtherwiseIsReadAsTheFileHoldsIt) {
+    TempCatalogue cat;
+    // A column of no type the program knows is read as text; the file keeps a text that
+    // looks like a number as the number.
+    cat.sql(
+        "CREATE TABLE Odd (ID INTEGER PRIMARY KEY, Amount MEMO); INSERT INTO Odd (Amount) "
+        "VALUES ('x')");
+    auto data = CreateDataControl();
+    data->SetDatabaseName(cat.path());
+    data->SetRecordSource("Odd");
+    data->Refresh();
+    data->Recordset().Edit();
+    data->Recordset().SetValue("Amount", Variant("1.50"));
+    data->Recordset().Update();
+    EXPECT_EQ(CStr(data->Recordset().GetValue("Amount")), "1.50");
+    data->Refresh();
+    EXPECT_EQ(CStr(data->Recordset().GetValue("Amount")), "1.5");
+}
+
 }  // namespace
