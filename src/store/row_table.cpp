@@ -106,7 +106,7 @@ std::optional<Variant> fitTo(ColumnKind kind, const Variant& v) {
 RowTable::RowTable(std::vector<ColumnInfo> columns) {
     columns_.reserve(columns.size());
     for (auto& info : columns)
-        columns_.push_back(Column{std::move(info), {}, {}, {}, {}});
+        columns_.push_back(std::make_shared<Column>(Column{std::move(info), {}, {}, {}, {}}));
 }
 
 std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& columns) const {
@@ -123,10 +123,11 @@ std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& colum
     copy.columns_.reserve(columns.size());
     for (const auto& info : columns) {
         const int c = columnOf(info.name);
-        if (c < 0 || columns_[c].info.kind != info.kind) return std::nullopt;
-        const Column& from = columns_[c];
+        if (c < 0 || columns_[c]->info.kind != info.kind) return std::nullopt;
+        const Column& from = *columns_[c];
         if (whole) {
-            copy.columns_.push_back(from);
+            // Shared until either table changes the column.
+            copy.columns_.push_back(columns_[c]);
         } else {
             Column to{from.info, {}, {}, from.arena, {}};
             to.cells.reserve(kept.size());
@@ -137,9 +138,8 @@ std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& colum
                 to.cells.push_back(from.cells[row]);
                 to.nulls.push_back(from.nulls[row]);
             }
-            copy.columns_.push_back(std::move(to));
+            copy.columns_.push_back(std::make_shared<Column>(std::move(to)));
         }
-        copy.columns_.back().info = info;
     }
     for (int row : kept)
         copy.rowids_.push_back(rowids_[row]);
@@ -148,11 +148,11 @@ std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& colum
 }
 
 bool RowTable::holdsStored(int row, int c, const StoredValue& v) const {
-    const Column& col = columns_[c];
+    const Column& col = *columns_[c];
     RowTable read({col.info});
     read.appendRow(0);
     read.setStored(0, 0, v);
-    const Column& fresh = read.columns_[0];
+    const Column& fresh = *read.columns_[0];
     const bool overflowed = !col.overflowed.empty() && col.overflowed.count(row);
     if (fresh.nulls[0] != col.nulls[row] || !fresh.overflowed.empty() != overflowed) return false;
     if (col.nulls[row]) return true;
@@ -160,8 +160,14 @@ bool RowTable::holdsStored(int row, int c, const StoredValue& v) const {
     return fresh.cells[0] == col.cells[row];
 }
 
+RowTable::Column& RowTable::own(int c) {
+    if (columns_[c].use_count() > 1) columns_[c] = std::make_shared<Column>(*columns_[c]);
+    return *columns_[c];
+}
+
 int RowTable::appendRow(std::int64_t rowid) {
-    for (auto& col : columns_) {
+    for (int c = 0; c < columnCount(); ++c) {
+        Column& col = own(c);
         col.cells.push_back(0);
         col.nulls.push_back(true);
     }
@@ -180,14 +186,14 @@ void RowTable::setText(Column& col, int row, std::string_view s) {
 }
 
 std::string_view RowTable::text(int row, int c) const {
-    const Column& col = columns_[c];
+    const Column& col = *columns_[c];
     if (col.nulls[row]) return {};
     std::uint64_t cell = col.cells[row];
     return std::string_view(col.arena).substr(cell >> 32, cell & 0xffffffffu);
 }
 
 double RowTable::number(int row, int c) const {
-    const Column& col = columns_[c];
+    const Column& col = *columns_[c];
     std::uint64_t cell = col.cells[row];
     switch (col.info.kind) {
         case ColumnKind::Money:
@@ -206,7 +212,7 @@ double RowTable::number(int row, int c) const {
 }
 
 Variant RowTable::get(int row, int c) const {
-    const Column& col = columns_[c];
+    const Column& col = *columns_[c];
     if (col.nulls[row]) return Variant::Null();
     if (!col.overflowed.empty() && col.overflowed.count(row)) throw VbError(vberr::Overflow);
     std::uint64_t cell = col.cells[row];
@@ -233,7 +239,7 @@ Variant RowTable::get(int row, int c) const {
 }
 
 void RowTable::set(int row, int c, const Variant& v) {
-    Column& col = columns_[c];
+    Column& col = own(c);
     if (!col.overflowed.empty()) col.overflowed.erase(row);
     if (v.IsNull() || v.IsEmpty()) {
         col.nulls[row] = true;
@@ -264,22 +270,22 @@ void RowTable::set(int row, int c, const Variant& v) {
 
 int RowTable::columnOf(std::string_view name) const {
     for (int c = 0; c < columnCount(); ++c)
-        if (equalFolded(columns_[c].info.name, name)) return c;
+        if (equalFolded(columns_[c]->info.name, name)) return c;
     return -1;
 }
 
 void RowTable::reserve(std::size_t rows) {
     rowids_.reserve(rows);
     deleted_.reserve(rows);
-    for (auto& col : columns_) {
-        col.cells.reserve(rows);
-        col.nulls.reserve(rows);
+    for (int c = 0; c < columnCount(); ++c) {
+        own(c).cells.reserve(rows);
+        own(c).nulls.reserve(rows);
     }
 }
 
 void RowTable::shrink() {
-    for (auto& col : columns_)
-        col.arena.shrink_to_fit();
+    for (int c = 0; c < columnCount(); ++c)
+        own(c).arena.shrink_to_fit();
 }
 
 void RowTable::setStored(int row, int c, const StoredValue& v) {
@@ -317,7 +323,7 @@ void RowTable::setWhole(Column& col, int row, std::int64_t value) {
 }
 
 void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
-    Column& col = columns_[c];
+    Column& col = own(c);
     const auto r = static_cast<double>(i);
     switch (col.info.kind) {
         case ColumnKind::Text:
@@ -341,7 +347,7 @@ void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
 }
 
 void RowTable::setStoredReal(int row, int c, double r) {
-    Column& col = columns_[c];
+    Column& col = own(c);
     if (col.info.kind == ColumnKind::Text) return setText(col, row, CStr(Variant::Double(r)));
     if (!fitsKind(col.info.kind, r)) return setOverflowed(col, row, r < 0);
     switch (col.info.kind) {
@@ -359,7 +365,7 @@ void RowTable::setStoredReal(int row, int c, double r) {
 }
 
 void RowTable::setStoredText(int row, int c, std::string_view text) {
-    Column& col = columns_[c];
+    Column& col = own(c);
     if (col.info.kind == ColumnKind::Text) return setText(col, row, text);
     double r = 0;
     try {
@@ -396,8 +402,10 @@ StoredValue toStored(ColumnKind kind, const Variant& v) {
 
 std::size_t RowTable::memoryBytes() const {
     std::size_t total = rowids_.capacity() * sizeof(std::int64_t) + deleted_.capacity() / 8;
-    for (const auto& col : columns_)
+    for (const auto& shared : columns_) {
+        const Column& col = *shared;
         total += col.cells.capacity() * sizeof(std::uint64_t) + col.nulls.capacity() / 8 +
                  col.arena.capacity();
+    }
     return total;
 }
