@@ -77,7 +77,7 @@ std::string keptKey(const std::string& table, const std::vector<ColumnInfo>& col
 // those, else read; what is read is kept for the next set.
 std::shared_ptr<RowTable> loadRows(SqliteFile& file, std::vector<ColumnInfo> columns,
                                    const std::string& tableName, std::string& key,
-                                   std::optional<SqliteFile::State>& exactAt) {
+                                   std::optional<SqliteFile::State>& exactAt, bool& kept) {
     key = keptKey(tableName, columns);
     // Taken before looking or reading: a commit by another connection meanwhile makes the
     // rows stale rather than unnoticed.
@@ -110,20 +110,22 @@ std::shared_ptr<RowTable> loadRows(SqliteFile& file, std::vector<ColumnInfo> col
     });
     table.shrink();
     file.keepRows(key, loadedAt, rows);
+    kept = true;
     return rows;
 }
 
 }  // namespace
 
 RowTable& Cursor::changing() {
-    file_->forgetRows(table_.get());
+    if (kept_) file_->forgetRows(table_.get());
+    kept_ = false;
     return *table_;
 }
 
 Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement)
     : file_(std::move(file)),
       table_(loadRows(*file_, loadedColumns(*file_, statement, tableName_, shown_), tableName_,
-                      keptKey_, exactAt_)) {
+                      keptKey_, exactAt_, kept_)) {
     std::optional<Criteria> where;
     if (!statement.where.empty()) where = Criteria::parse(statement.where, *table_);
     base_.reserve(table_->rowCount());
@@ -327,6 +329,7 @@ void Cursor::keepAfterWrite(bool exact) {
     }
     exactAt_ = file_->state();
     file_->keepRows(keptKey_, *exactAt_, table_);
+    kept_ = true;
 }
 
 void Cursor::resync() {

@@ -99,6 +99,7 @@ class Cursor {
     // Whether the rows (less the deleted ones and a row being added) are exactly what the
     // file holds, and as of which state of the file.
     std::optional<SqliteFile::State> exactAt_;
+    bool kept_ = false;                // the file keeps this very table for other sets
     std::shared_ptr<RowTable> table_;  // kept for other sets while it equals the file
     std::vector<int> base_;            // the statement's rows in its order
     std::vector<int> filtered_;        // base_ through the filter

@@ -149,11 +149,15 @@ std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& colum
 
 bool RowTable::holdsStored(int row, int c, const StoredValue& v) const {
     const Column& col = *columns_[c];
+    // The usual case, a text kept as text, without reading the value into a cell.
+    const bool overflowed = !col.overflowed.empty() && col.overflowed.count(row);
+    if (col.info.kind == ColumnKind::Text && v.type == StoredValue::Type::Text)
+        return !col.nulls[row] && !overflowed && text(row, c) == v.text;
+    if (v.type == StoredValue::Type::Null) return col.nulls[row] && !overflowed;
     RowTable read({col.info});
     read.appendRow(0);
     read.setStored(0, 0, v);
     const Column& fresh = *read.columns_[0];
-    const bool overflowed = !col.overflowed.empty() && col.overflowed.count(row);
     if (fresh.nulls[0] != col.nulls[row] || !fresh.overflowed.empty() != overflowed) return false;
     if (col.nulls[row]) return true;
     if (col.info.kind == ColumnKind::Text) return read.text(0, 0) == text(row, c);

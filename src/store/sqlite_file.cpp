@@ -436,8 +436,8 @@ void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
 
 void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values,
                        const Returned& returned) {
+    // The count alone makes this connection's kept tables stale.
     ++writes_;
-    forgetOwnRows();
     if (groupDepth_ > 0 && !groupOpen_) {
         // Taking the write lock at the start, a busy file fails here, before any row.
         if (sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
