@@ -18,13 +18,12 @@
 #include <memory>
 #include <string>
 
-#include <sys/resource.h>
-
 #include "base/convert.h"
 #include "build/bulk.h"
 #include "forms/runtime.h"
 #include "forms/settings.h"
 #include "forms/user_input.h"
+#include "processor_time.h"
 #include "scripted_user.h"
 #include "shell/module.h"
 #include "shell/products.h"
@@ -42,21 +41,12 @@ struct Timing {
     double wall = -1, cpu = -1;
 };
 
-double cpuSeconds() {
-    timespec own{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
-    rusage children{};
-    getrusage(RUSAGE_CHILDREN, &children);
-    auto seconds = [](const timeval& t) { return t.tv_sec + t.tv_usec / 1e6; };
-    return own.tv_sec + own.tv_nsec / 1e9 + seconds(children.ru_utime) + seconds(children.ru_stime);
-}
-
 template <class F>
 Timing measure(F&& run) {
     const auto wall0 = Clock::now();
-    const double cpu0 = cpuSeconds();
+    const double cpu0 = processorSeconds();
     if (!run()) return {};
-    return {secondsSince(wall0), cpuSeconds() - cpu0};
+    return {secondsSince(wall0), processorSeconds() - cpu0};
 }
 
 // ROWS products in one statement; every second one's stock number begins "DEL".

@@ -3,6 +3,7 @@
 // file seeker `WinSeek` finds the files; known files are edited, moved ones noted.
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 #include "base/convert.h"
 #include "base/strings.h"
@@ -119,11 +120,18 @@ void FolderRun::run() {
             pane().Write("<p align=center><font size=6 font color=blue>Please Wait!<br><br>");
         });
         on([&] { count_ = CInt(Variant(Val(seeker()("lblCount").Caption()))); });
+        // The files' records are committed a group at a time; every way out of the loop
+        // commits the last group, so the ending's refresh finds every record written.
+        std::optional<WriteGroup> group;
+        on([&] { group.emplace(*P.Data2); });
         for (std::int16_t i = 0; i < count_; ++i) {
             std::string listed;
             on([&] { listed = seeker()("lstFoundFiles").List(i); });
             if (!listed.empty()) addFile(static_cast<std::int16_t>(i + 1), listed);
         }
+        on([&] {
+            if (group) group->End();
+        });
     }
     ending();
 }

@@ -7,6 +7,7 @@
 #include "base/convert.h"
 #include "base/dates.h"
 #include "base/fold.h"
+#include "base/strings.h"
 #include "base/vb_error.h"
 
 namespace {
@@ -60,38 +61,78 @@ void sortRows(std::vector<int>& rows, const RowTable& t, const std::vector<SortK
     });
 }
 
-}  // namespace
+// The kept rows are found by the table and its set of columns, whatever their order.
+std::string keptKey(const std::string& table, const std::vector<ColumnInfo>& columns) {
+    std::vector<std::string> names;
+    for (const auto& c : columns)
+        names.push_back(UCase(c.name));
+    std::sort(names.begin(), names.end());
+    std::string key = table;
+    for (const auto& name : names)
+        key += "\n" + name;
+    return key;
+}
 
-Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement)
-    : file_(std::move(file)), table_(loadedColumns(*file_, statement, tableName_, shown_)) {
-    const int columns = table_.columnCount();
-    table_.reserve(static_cast<std::size_t>(file_->rowCount(tableName_)));
-    file_->scan(tableName_, namesOf(table_), [&](std::int64_t rowid, sqlite3_stmt* stmt) {
-        int row = table_.appendRow(rowid);
-        for (int c = 0; c < columns; ++c) {
+// The rows of the table: copied from the ones the file keeps when it still holds exactly
+// those, else read; what is read is kept for the next set.
+std::shared_ptr<RowTable> loadRows(SqliteFile& file, std::vector<ColumnInfo> columns,
+                                   const std::string& tableName, std::string& key,
+                                   std::optional<SqliteFile::State>& exactAt, bool& kept) {
+    key = keptKey(tableName, columns);
+    // Taken before looking or reading: a commit by another connection meanwhile makes the
+    // rows stale rather than unnoticed.
+    const SqliteFile::State loadedAt = file.state();
+    exactAt = loadedAt;
+    if (auto kept = file.keptRows(key))
+        if (auto copy = kept->reordered(columns))
+            return std::make_shared<RowTable>(std::move(*copy));
+    auto rows = std::make_shared<RowTable>(std::move(columns));
+    RowTable& table = *rows;
+    const int count = table.columnCount();
+    table.reserve(static_cast<std::size_t>(file.rowCount(tableName)));
+    file.scan(tableName, namesOf(table), [&](std::int64_t rowid, sqlite3_stmt* stmt) {
+        int row = table.appendRow(rowid);
+        for (int c = 0; c < count; ++c) {
             switch (SqliteFile::columnType(stmt, c + 1)) {
                 case StoredValue::Type::Null:
                     break;
                 case StoredValue::Type::Integer:
-                    table_.setStoredInteger(row, c, SqliteFile::columnInt(stmt, c + 1));
+                    table.setStoredInteger(row, c, SqliteFile::columnInt(stmt, c + 1));
                     break;
                 case StoredValue::Type::Real:
-                    table_.setStoredReal(row, c, SqliteFile::columnReal(stmt, c + 1));
+                    table.setStoredReal(row, c, SqliteFile::columnReal(stmt, c + 1));
                     break;
                 case StoredValue::Type::Text:
-                    table_.setStoredText(row, c, SqliteFile::columnText(stmt, c + 1));
+                    table.setStoredText(row, c, SqliteFile::columnText(stmt, c + 1));
                     break;
             }
         }
     });
-    table_.shrink();
+    table.shrink();
+    file.keepRows(key, loadedAt, rows);
+    kept = true;
+    return rows;
+}
+
+}  // namespace
+
+RowTable& Cursor::changing() {
+    if (kept_) file_->forgetRows(table_.get());
+    kept_ = false;
+    return *table_;
+}
+
+Cursor::Cursor(std::shared_ptr<SqliteFile> file, const SelectStatement& statement)
+    : file_(std::move(file)),
+      table_(loadRows(*file_, loadedColumns(*file_, statement, tableName_, shown_), tableName_,
+                      keptKey_, exactAt_, kept_)) {
     std::optional<Criteria> where;
-    if (!statement.where.empty()) where = Criteria::parse(statement.where, table_);
-    base_.reserve(table_.rowCount());
-    for (int row = 0; row < table_.rowCount(); ++row)
-        if (!where || where->matches(table_, row)) base_.push_back(row);
+    if (!statement.where.empty()) where = Criteria::parse(statement.where, *table_);
+    base_.reserve(table_->rowCount());
+    for (int row = 0; row < table_->rowCount(); ++row)
+        if (!where || where->matches(*table_, row)) base_.push_back(row);
     if (!statement.orderBy.empty())
-        sortRows(base_, table_, parseSortList(statement.orderBy, table_));
+        sortRows(base_, *table_, parseSortList(statement.orderBy, *table_));
     applyFilter();
 }
 
@@ -99,7 +140,7 @@ std::vector<int> Cursor::rowsThrough(const std::optional<Criteria>& filter) cons
     if (!filter) return base_;
     std::vector<int> rows;
     for (int row : base_)
-        if (filter->matches(table_, row)) rows.push_back(row);
+        if (filter->matches(*table_, row)) rows.push_back(row);
     return rows;
 }
 
@@ -121,7 +162,7 @@ void Cursor::applyFilter() {
 
 void Cursor::applySort() {
     view_ = filtered_;
-    sortRows(view_, table_, sort_);
+    sortRows(view_, *table_, sort_);
     viewChanged();
     moveTo(view_.empty() ? -1 : 0);
 }
@@ -134,8 +175,8 @@ void Cursor::closeGap() {
     if (gap_ == 0) return;
     view_.erase(view_.begin() + pos_, view_.begin() + pos_ + gap_);
     gap_ = 0;
-    std::erase_if(filtered_, [&](int row) { return table_.deleted(row); });
-    std::erase_if(base_, [&](int row) { return table_.deleted(row); });
+    std::erase_if(filtered_, [&](int row) { return table_->deleted(row); });
+    std::erase_if(base_, [&](int row) { return table_->deleted(row); });
 }
 
 void Cursor::moveTo(long position) {
@@ -166,7 +207,7 @@ long Cursor::positionOfRow(int row) const {
 }
 
 int Cursor::columnIndex(std::string_view name) const {
-    int c = table_.columnOf(name);
+    int c = table_->columnOf(name);
     if (c < 0 || c >= shown_) throw VbError(vberr::ItemNotFound);
     return c;
 }
@@ -176,20 +217,20 @@ Variant Cursor::value(int column) const {
     int row = currentRow();
     for (const auto& [c, v] : pending_)
         if (c == column) return v;
-    return table_.get(row, column);
+    return table_->get(row, column);
 }
 
 void Cursor::setValue(int column, const Variant& v) {
     if (column < 0 || column >= shown_) throw VbError(vberr::ItemNotFound);
     currentRow();
-    setFitted(column, coerceTo(table_.column(column).kind, v));
+    setFitted(column, coerceTo(table_->column(column).kind, v));
 }
 
 Fault Cursor::trySetValue(int column, const Variant& v) {
     try {
         if (column < 0 || column >= shown_) return {vberr::ItemNotFound};
         currentRow();
-        std::optional<Variant> fitted = fitTo(table_.column(column).kind, v);
+        std::optional<Variant> fitted = fitTo(table_->column(column).kind, v);
         if (!fitted) return {vberr::WrongType};
         setFitted(column, std::move(*fitted));
         return {};
@@ -216,7 +257,7 @@ void Cursor::beginEdit() {
 void Cursor::addNew() {
     closeGap();
     positionBeforeAdd_ = pos_;
-    int row = table_.appendRow(0);
+    int row = changing().appendRow(0);
     base_.push_back(row);
     filtered_.push_back(row);
     view_.push_back(row);
@@ -235,46 +276,76 @@ void Cursor::update() {
     std::vector<std::string> names;
     std::vector<StoredValue> values;
     for (const auto& [c, v] : pending_) {
-        names.push_back(table_.column(c).name);
-        values.push_back(toStored(table_.column(c).kind, v));
+        names.push_back(table_->column(c).name);
+        values.push_back(toStored(table_->column(c).kind, v));
     }
+    bool exact = exactBeforeWrite();
     if (edit_ == Edit::Add) {
-        std::int64_t rowid = file_->insert(tableName_, names, values);
-        table_.setRowid(row, rowid);
-        // Read the row back: the file fills in the key and the defaults.
-        file_->readRow(tableName_, namesOf(table_), rowid, [&](sqlite3_stmt* stmt) {
-            for (int c = 0; c < table_.columnCount(); ++c)
-                table_.setStored(row, c, SqliteFile::column(stmt, c));
-        });
+        // The row as the file now holds it comes back from the insert: the file fills in
+        // the key and the defaults.
+        std::int64_t rowid =
+            file_->insert(tableName_, names, values, namesOf(*table_), [&](sqlite3_stmt* stmt) {
+                for (int c = 0; c < table_->columnCount(); ++c)
+                    changing().setStored(row, c, SqliteFile::column(stmt, c));
+            });
+        changing().setRowid(row, rowid);
         std::vector<int> indexed;
         for (const auto& entry : indexes_)
             indexed.push_back(entry.first);
         for (int column : indexed)
             linkIntoIndex(column, count() - 1);
     } else {
-        file_->update(tableName_, table_.rowid(row), names, values);
-        for (const auto& [c, v] : pending_) {
+        // What the file made of each value (a column's type may turn a text into a number)
+        // tells whether the rows in memory still equal the file's.
+        std::vector<StoredValue> stored;
+        file_->update(tableName_, table_->rowid(row), names, values, names,
+                      [&](sqlite3_stmt* stmt) {
+                          for (std::size_t i = 0; i < names.size(); ++i)
+                              stored.push_back(SqliteFile::column(stmt, static_cast<int>(i)));
+                      });
+        for (std::size_t i = 0; i < pending_.size(); ++i) {
+            const auto& [c, v] = pending_[i];
             unlinkFromIndex(c, pos_);
-            table_.set(row, c, v);
+            changing().set(row, c, v);
             linkIntoIndex(c, pos_);
+            exact = exact && i < stored.size() && table_->holdsStored(row, c, stored[i]);
         }
     }
     edit_ = Edit::None;
     pending_.clear();
+    keepAfterWrite(exact);
+}
+
+bool Cursor::exactBeforeWrite() {
+    if (exactAt_ && *exactAt_ == file_->state()) return true;
+    exactAt_.reset();
+    return false;
+}
+
+void Cursor::keepAfterWrite(bool exact) {
+    if (!exact) {
+        exactAt_.reset();
+        return;
+    }
+    exactAt_ = file_->state();
+    file_->keepRows(keptKey_, *exactAt_, table_);
+    kept_ = true;
 }
 
 void Cursor::resync() {
     const int row = currentRow();
     if (edit_ == Edit::Add) return;
     bool found = false;
-    file_->readRow(tableName_, namesOf(table_), table_.rowid(row), [&](sqlite3_stmt* stmt) {
+    file_->readRow(tableName_, namesOf(*table_), table_->rowid(row), [&](sqlite3_stmt* stmt) {
         found = true;
-        for (int c = 0; c < table_.columnCount(); ++c) {
+        for (int c = 0; c < table_->columnCount(); ++c) {
             unlinkFromIndex(c, pos_);
-            table_.setStored(row, c, SqliteFile::column(stmt, c));
+            changing().setStored(row, c, SqliteFile::column(stmt, c));
             linkIntoIndex(c, pos_);
         }
     });
+    // The other rows may be older than this one now.
+    exactAt_.reset();
     // Deleted from the file by another record set.
     if (!found) throw VbError(vberr::NoCurrentRecord);
 }
@@ -282,7 +353,7 @@ void Cursor::resync() {
 void Cursor::cancelUpdate() {
     if (edit_ == Edit::Add) {
         int row = view_.back();
-        table_.markDeleted(row);
+        changing().markDeleted(row);
         view_.pop_back();
         filtered_.pop_back();
         base_.pop_back();
@@ -305,8 +376,10 @@ void Cursor::deleteCurrent() {
     int row = currentRow();
     edit_ = Edit::None;
     pending_.clear();
-    file_->remove(tableName_, table_.rowid(row));
-    table_.markDeleted(row);
+    const bool exact = exactBeforeWrite();
+    file_->remove(tableName_, table_->rowid(row));
+    changing().markDeleted(row);
+    keepAfterWrite(exact);
     ++gap_;
     viewChanged();
     currentDeleted_ = true;
@@ -315,7 +388,7 @@ void Cursor::deleteCurrent() {
 void Cursor::setFilter(const std::string& criteria) {
     closeGap();
     std::optional<Criteria> filter;
-    if (!criteria.empty()) filter = Criteria::parse(criteria, table_);
+    if (!criteria.empty()) filter = Criteria::parse(criteria, *table_);
     // Every row is tried before anything changes: a text refused on any row leaves the
     // view, the filter and the position as they were.
     std::vector<int> rows = rowsThrough(filter);
@@ -327,7 +400,7 @@ void Cursor::setFilter(const std::string& criteria) {
 
 void Cursor::setSort(const std::string& columns) {
     closeGap();
-    sort_ = parseSortList(columns, table_);
+    sort_ = parseSortList(columns, *table_);
     sortText_ = columns;
     applySort();
 }
@@ -381,16 +454,16 @@ bool quickEquals(std::string_view text, std::string_view& name, std::string_view
 }  // namespace
 
 std::uint64_t Cursor::cellHash(int row, int column) const {
-    return isTextColumn(table_, column) ? hashFolded(table_.text(row, column))
-                                        : hashNumber(table_.number(row, column));
+    return isTextColumn(*table_, column) ? hashFolded(table_->text(row, column))
+                                         : hashNumber(table_->number(row, column));
 }
 
 long Cursor::findEqual(int column, const Variant& wanted, long from, bool forward) {
-    const bool text = isTextColumn(table_, column);
+    const bool text = isTextColumn(*table_, column);
     double number = 0;
     if (!text) {
         try {
-            number = table_.column(column).kind == ColumnKind::Date ? CDate(wanted) : CDbl(wanted);
+            number = table_->column(column).kind == ColumnKind::Date ? CDate(wanted) : CDbl(wanted);
         } catch (const VbError&) {
             throw VbError(vberr::BadArguments);
         }
@@ -398,9 +471,9 @@ long Cursor::findEqual(int column, const Variant& wanted, long from, bool forwar
     const std::string needle = text ? CStr(wanted) : std::string();
     auto isMatch = [&](long p) {
         int row = view_[p];
-        if (table_.isNull(row, column)) return false;
-        return text ? equalFolded(table_.text(row, column), needle)
-                    : table_.number(row, column) == number;
+        if (table_->isNull(row, column)) return false;
+        return text ? equalFolded(table_->text(row, column), needle)
+                    : table_->number(row, column) == number;
     };
 
     Index& index = indexes_[column];
@@ -412,7 +485,7 @@ long Cursor::findEqual(int column, const Variant& wanted, long from, bool forwar
         index.next.assign(view_.size(), -1);
         // Filled from the back, so that each chain runs in view order.
         for (long p = count() - 1; p >= 0; --p) {
-            if (table_.isNull(view_[p], column)) continue;
+            if (table_->isNull(view_[p], column)) continue;
             std::size_t slot = cellHash(view_[p], column) & (slots - 1);
             index.next[p] = index.head[slot];
             index.head[slot] = p;
@@ -437,10 +510,10 @@ long Cursor::find(const Criteria& criteria, long from, bool forward) {
     if (criteria.isColumnEquals(column, wanted)) return findEqual(column, wanted, from, forward);
     if (forward) {
         for (long p = std::max(from, 0L); p < count(); ++p)
-            if (criteria.matches(table_, view_[p])) return p;
+            if (criteria.matches(*table_, view_[p])) return p;
     } else {
         for (long p = std::min(from, count() - 1); p >= 0; --p)
-            if (criteria.matches(table_, view_[p])) return p;
+            if (criteria.matches(*table_, view_[p])) return p;
     }
     return -1;
 }
@@ -449,11 +522,11 @@ long Cursor::find(std::string_view criteriaText, long from, bool forward, bool s
     closeGap();
     std::string_view name, value;
     if (quickEquals(criteriaText, name, value)) {
-        int column = table_.columnOf(name);
+        int column = table_->columnOf(name);
         if (column < 0) throw VbError(vberr::ItemNotFound);
         return findEqual(column, Variant(value), from, forward);
     }
-    Criteria criteria = Criteria::parse(criteriaText, table_);
+    Criteria criteria = Criteria::parse(criteriaText, *table_);
     if (singleOnly && !criteria.isSingleCondition()) throw VbError(vberr::BadArguments);
     return find(criteria, from, forward);
 }
@@ -463,7 +536,7 @@ void Cursor::unlinkFromIndex(int column, long p) {
     if (it == indexes_.end()) return;
     Index& index = it->second;
     const int row = view_[p];
-    if (table_.isNull(row, column)) return;
+    if (table_->isNull(row, column)) return;
     const std::uint64_t hash = cellHash(row, column);
     long* at = &index.head[hash & (index.head.size() - 1)];
     while (*at >= 0 && *at != p)
@@ -482,7 +555,7 @@ void Cursor::linkIntoIndex(int column, long p) {
         return;
     }
     const int row = view_[p];
-    if (table_.isNull(row, column)) return;
+    if (table_->isNull(row, column)) return;
     const std::uint64_t hash = cellHash(row, column);
     // Each chain runs in view order.
     long* at = &index.head[hash & (index.head.size() - 1)];

@@ -24,7 +24,7 @@ class Cursor {
     // reading a row.
     static std::vector<std::string> fieldNames(SqliteFile& file, const SelectStatement& statement);
 
-    const RowTable& table() const { return table_; }
+    const RowTable& table() const { return *table_; }
     int fieldCount() const { return shown_; }  // the statement's own columns
     long count() const { return static_cast<long>(view_.size()) - gap_; }
 
@@ -85,13 +85,25 @@ class Cursor {
     void unlinkFromIndex(int column, long p);
     void linkIntoIndex(int column, long p);
 
+    // The table about to change in memory: the file no longer keeps it for other sets.
+    RowTable& changing();
+    // Around a write through this set: whether the rows still equal the file's before it,
+    // and, when they do after it too, the rows kept again for other sets.
+    bool exactBeforeWrite();
+    void keepAfterWrite(bool exact);
+
     std::shared_ptr<SqliteFile> file_;
     std::string tableName_;
     int shown_ = 0;
-    RowTable table_;
-    std::vector<int> base_;      // the statement's rows in its order
-    std::vector<int> filtered_;  // base_ through the filter
-    std::vector<int> view_;      // filtered_ through the sort
+    std::string keptKey_;
+    // Whether the rows (less the deleted ones and a row being added) are exactly what the
+    // file holds, and as of which state of the file.
+    std::optional<SqliteFile::State> exactAt_;
+    bool kept_ = false;                // the file keeps this very table for other sets
+    std::shared_ptr<RowTable> table_;  // kept for other sets while it equals the file
+    std::vector<int> base_;            // the statement's rows in its order
+    std::vector<int> filtered_;        // base_ through the filter
+    std::vector<int> view_;            // filtered_ through the sort
     long pos_ = -1;
     bool currentDeleted_ = false;
     // Rows deleted at the position one after another, still in view_ at pos_ and behind it

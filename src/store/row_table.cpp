@@ -106,11 +106,72 @@ std::optional<Variant> fitTo(ColumnKind kind, const Variant& v) {
 RowTable::RowTable(std::vector<ColumnInfo> columns) {
     columns_.reserve(columns.size());
     for (auto& info : columns)
-        columns_.push_back(Column{std::move(info), {}, {}, {}, {}});
+        columns_.push_back(std::make_shared<Column>(Column{std::move(info), {}, {}, {}, {}}));
+}
+
+std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& columns) const {
+    if (columns.size() != columns_.size()) return std::nullopt;
+    std::vector<int> kept;
+    kept.reserve(rowids_.size());
+    for (int row = 0; row < rowCount(); ++row) {
+        if (deleted_[row]) continue;
+        if (!kept.empty() && rowids_[row] <= rowids_[kept.back()]) return std::nullopt;
+        kept.push_back(row);
+    }
+    const bool whole = kept.size() == rowids_.size();
+    RowTable copy({});
+    copy.columns_.reserve(columns.size());
+    for (const auto& info : columns) {
+        const int c = columnOf(info.name);
+        if (c < 0 || columns_[c]->info.kind != info.kind) return std::nullopt;
+        const Column& from = *columns_[c];
+        if (whole) {
+            // Shared until either table changes the column.
+            copy.columns_.push_back(columns_[c]);
+        } else {
+            Column to{from.info, {}, {}, from.arena, {}};
+            to.cells.reserve(kept.size());
+            to.nulls.reserve(kept.size());
+            for (int row : kept) {
+                if (!from.overflowed.empty() && from.overflowed.count(row))
+                    to.overflowed.insert(static_cast<int>(to.cells.size()));
+                to.cells.push_back(from.cells[row]);
+                to.nulls.push_back(from.nulls[row]);
+            }
+            copy.columns_.push_back(std::make_shared<Column>(std::move(to)));
+        }
+    }
+    for (int row : kept)
+        copy.rowids_.push_back(rowids_[row]);
+    copy.deleted_.assign(kept.size(), false);
+    return copy;
+}
+
+bool RowTable::holdsStored(int row, int c, const StoredValue& v) const {
+    const Column& col = *columns_[c];
+    // The usual case, a text kept as text, without reading the value into a cell.
+    const bool overflowed = !col.overflowed.empty() && col.overflowed.count(row);
+    if (col.info.kind == ColumnKind::Text && v.type == StoredValue::Type::Text)
+        return !col.nulls[row] && !overflowed && text(row, c) == v.text;
+    if (v.type == StoredValue::Type::Null) return col.nulls[row] && !overflowed;
+    RowTable read({col.info});
+    read.appendRow(0);
+    read.setStored(0, 0, v);
+    const Column& fresh = *read.columns_[0];
+    if (fresh.nulls[0] != col.nulls[row] || !fresh.overflowed.empty() != overflowed) return false;
+    if (col.nulls[row]) return true;
+    if (col.info.kind == ColumnKind::Text) return read.text(0, 0) == text(row, c);
+    return fresh.cells[0] == col.cells[row];
+}
+
+RowTable::Column& RowTable::own(int c) {
+    if (columns_[c].use_count() > 1) columns_[c] = std::make_shared<Column>(*columns_[c]);
+    return *columns_[c];
 }
 
 int RowTable::appendRow(std::int64_t rowid) {
-    for (auto& col : columns_) {
+    for (int c = 0; c < columnCount(); ++c) {
+        Column& col = own(c);
         col.cells.push_back(0);
         col.nulls.push_back(true);
     }
@@ -129,14 +190,14 @@ void RowTable::setText(Column& col, int row, std::string_view s) {
 }
 
 std::string_view RowTable::text(int row, int c) const {
-    const Column& col = columns_[c];
+    const Column& col = *columns_[c];
     if (col.nulls[row]) return {};
     std::uint64_t cell = col.cells[row];
     return std::string_view(col.arena).substr(cell >> 32, cell & 0xffffffffu);
 }
 
 double RowTable::number(int row, int c) const {
-    const Column& col = columns_[c];
+    const Column& col = *columns_[c];
     std::uint64_t cell = col.cells[row];
     switch (col.info.kind) {
         case ColumnKind::Money:
@@ -155,7 +216,7 @@ double RowTable::number(int row, int c) const {
 }
 
 Variant RowTable::get(int row, int c) const {
-    const Column& col = columns_[c];
+    const Column& col = *columns_[c];
     if (col.nulls[row]) return Variant::Null();
     if (!col.overflowed.empty() && col.overflowed.count(row)) throw VbError(vberr::Overflow);
     std::uint64_t cell = col.cells[row];
@@ -182,7 +243,7 @@ Variant RowTable::get(int row, int c) const {
 }
 
 void RowTable::set(int row, int c, const Variant& v) {
-    Column& col = columns_[c];
+    Column& col = own(c);
     if (!col.overflowed.empty()) col.overflowed.erase(row);
     if (v.IsNull() || v.IsEmpty()) {
         col.nulls[row] = true;
@@ -213,22 +274,22 @@ void RowTable::set(int row, int c, const Variant& v) {
 
 int RowTable::columnOf(std::string_view name) const {
     for (int c = 0; c < columnCount(); ++c)
-        if (equalFolded(columns_[c].info.name, name)) return c;
+        if (equalFolded(columns_[c]->info.name, name)) return c;
     return -1;
 }
 
 void RowTable::reserve(std::size_t rows) {
     rowids_.reserve(rows);
     deleted_.reserve(rows);
-    for (auto& col : columns_) {
-        col.cells.reserve(rows);
-        col.nulls.reserve(rows);
+    for (int c = 0; c < columnCount(); ++c) {
+        own(c).cells.reserve(rows);
+        own(c).nulls.reserve(rows);
     }
 }
 
 void RowTable::shrink() {
-    for (auto& col : columns_)
-        col.arena.shrink_to_fit();
+    for (int c = 0; c < columnCount(); ++c)
+        own(c).arena.shrink_to_fit();
 }
 
 void RowTable::setStored(int row, int c, const StoredValue& v) {
@@ -266,7 +327,7 @@ void RowTable::setWhole(Column& col, int row, std::int64_t value) {
 }
 
 void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
-    Column& col = columns_[c];
+    Column& col = own(c);
     const auto r = static_cast<double>(i);
     switch (col.info.kind) {
         case ColumnKind::Text:
@@ -290,7 +351,7 @@ void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
 }
 
 void RowTable::setStoredReal(int row, int c, double r) {
-    Column& col = columns_[c];
+    Column& col = own(c);
     if (col.info.kind == ColumnKind::Text) return setText(col, row, CStr(Variant::Double(r)));
     if (!fitsKind(col.info.kind, r)) return setOverflowed(col, row, r < 0);
     switch (col.info.kind) {
@@ -308,7 +369,7 @@ void RowTable::setStoredReal(int row, int c, double r) {
 }
 
 void RowTable::setStoredText(int row, int c, std::string_view text) {
-    Column& col = columns_[c];
+    Column& col = own(c);
     if (col.info.kind == ColumnKind::Text) return setText(col, row, text);
     double r = 0;
     try {
@@ -345,8 +406,10 @@ StoredValue toStored(ColumnKind kind, const Variant& v) {
 
 std::size_t RowTable::memoryBytes() const {
     std::size_t total = rowids_.capacity() * sizeof(std::int64_t) + deleted_.capacity() / 8;
-    for (const auto& col : columns_)
+    for (const auto& shared : columns_) {
+        const Column& col = *shared;
         total += col.cells.capacity() * sizeof(std::uint64_t) + col.nulls.capacity() / 8 +
                  col.arena.capacity();
+    }
     return total;
 }

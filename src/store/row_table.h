@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,17 +14,24 @@
 // The rows of one opened statement, kept column by column: eight bytes a cell plus the
 // text itself, so that a set of 100,000 products stays close to the size of its data.
 // Rows are never moved or removed while the set is open: a row's index is its bookmark.
+// A copy shares the columns with the table it was made from until either changes one.
 class RowTable {
   public:
     explicit RowTable(std::vector<ColumnInfo> columns);
 
     int columnCount() const { return static_cast<int>(columns_.size()); }
-    const ColumnInfo& column(int c) const { return columns_[c].info; }
+    const ColumnInfo& column(int c) const { return columns_[c]->info; }
     int rowCount() const { return static_cast<int>(rowids_.size()); }
     // The column of that name, ignoring case; -1 when none.
     int columnOf(std::string_view name) const;
     void reserve(std::size_t rows);
     void shrink();
+    // A copy of the rows not deleted, with these columns in this order, as a fresh read of
+    // the same rows gives them; nothing when the columns are not exactly this table's, of
+    // the same kinds, or the rows are not in the order of their keys.
+    std::optional<RowTable> reordered(const std::vector<ColumnInfo>& columns) const;
+    // The cell holds what reading the stored value gives.
+    bool holdsStored(int row, int c, const StoredValue& v) const;
 
     int appendRow(std::int64_t rowid);  // all cells Null
     std::int64_t rowid(int row) const { return rowids_[row]; }
@@ -31,7 +39,7 @@ class RowTable {
     bool deleted(int row) const { return deleted_[row]; }
     void markDeleted(int row) { deleted_[row] = true; }
 
-    bool isNull(int row, int c) const { return columns_[c].nulls[row]; }
+    bool isNull(int row, int c) const { return columns_[c]->nulls[row]; }
     // VbError 6 for a cell whose stored value the column's kind cannot hold.
     Variant get(int row, int c) const;
     // The cell's text without making a Variant: the hot path of criteria and sorting.
@@ -60,11 +68,13 @@ class RowTable {
         std::string arena;                   // text columns only
         std::unordered_set<int> overflowed;  // rows whose stored value did not fit
     };
+    // The column to change, no longer shared with another table.
+    Column& own(int c);
     void setText(Column& col, int row, std::string_view s);
     void setOverflowed(Column& col, int row, bool negative);
     void setWhole(Column& col, int row, std::int64_t value);
 
-    std::vector<Column> columns_;
+    std::vector<std::shared_ptr<Column>> columns_;
     std::vector<std::int64_t> rowids_;
     std::vector<bool> deleted_;
 };

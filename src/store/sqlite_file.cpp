@@ -146,6 +146,11 @@ std::shared_ptr<SqliteFile> SqliteFile::create(const std::string& path) {
     return std::shared_ptr<SqliteFile>(new SqliteFile(db, path));
 }
 
+SqliteFile::SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {
+    std::error_code ec;
+    keptPrefix_ = std::filesystem::weakly_canonical(path_, ec).string() + "\n";
+}
+
 SqliteFile::~SqliteFile() {
     // Closing would roll an open group back: what the run wrote is kept.
     if (groupOpen_) {
@@ -155,6 +160,7 @@ SqliteFile::~SqliteFile() {
             // Nothing more can be done for the file while it closes.
         }
     }
+    forgetOwnRows();
     statements_.clear();
     sqlite3_close_v2(db_);
 }
@@ -208,6 +214,8 @@ sqlite3_stmt* SqliteFile::prepare(const std::string& sql) {
 }
 
 void SqliteFile::execScript(const std::string& sql) {
+    ++writes_;
+    forgetOwnRows();
     char* message = nullptr;
     if (sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
         std::string text = message ? message : "script failed";
@@ -363,8 +371,29 @@ std::string_view SqliteFile::columnText(sqlite3_stmt* stmt, int index) {
             static_cast<std::size_t>(sqlite3_column_bytes(stmt, index))};
 }
 
+namespace {
+
+std::string returningClause(const std::vector<std::string>& columns) {
+    std::string clause;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        clause += (i ? "," : " RETURNING ") + quoteName(columns[i]);
+    return clause;
+}
+
+// Steps a write to its end, giving a returned row to `returned`.
+int stepWrite(sqlite3_stmt* s, const SqliteFile::Returned& returned) {
+    int rc;
+    while ((rc = sqlite3_step(s)) == SQLITE_ROW)
+        if (returned) returned(s);
+    return rc;
+}
+
+}  // namespace
+
 std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std::string>& columns,
-                                const std::vector<StoredValue>& values) {
+                                const std::vector<StoredValue>& values,
+                                const std::vector<std::string>& returning,
+                                const Returned& returned) {
     // The key goes first, Null so that the file gives it; a group made again after a
     // rollback gives each row the key it had.
     std::string names = "rowid", marks = "?";
@@ -376,23 +405,26 @@ std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std:
     all.reserve(values.size() + 1);
     all.emplace_back();
     all.insert(all.end(), values.begin(), values.end());
-    write("INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")", all);
+    write("INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")" +
+              returningClause(returning),
+          all, returned);
     return sqlite3_last_insert_rowid(db_);
 }
 
 void SqliteFile::update(const std::string& table, std::int64_t rowid,
                         const std::vector<std::string>& columns,
-                        const std::vector<StoredValue>& values) {
+                        const std::vector<StoredValue>& values,
+                        const std::vector<std::string>& returning, const Returned& returned) {
     if (columns.empty()) return;
     std::string sql = "UPDATE " + quoteName(table) + " SET ";
     for (std::size_t i = 0; i < columns.size(); ++i)
         sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
-    sql += " WHERE rowid=?";
+    sql += " WHERE rowid=?" + returningClause(returning);
     std::vector<StoredValue> all = values;
     all.emplace_back();
     all.back().type = StoredValue::Type::Integer;
     all.back().i = rowid;
-    write(sql, all);
+    write(sql, all, returned);
 }
 
 void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
@@ -402,7 +434,10 @@ void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
     write("DELETE FROM " + quoteName(table) + " WHERE rowid=?", key);
 }
 
-void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values) {
+void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values,
+                       const Returned& returned) {
+    // The count alone makes this connection's kept tables stale.
+    ++writes_;
     if (groupDepth_ > 0 && !groupOpen_) {
         // Taking the write lock at the start, a busy file fails here, before any row.
         if (sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
@@ -414,7 +449,7 @@ void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& v
         Lease s = cached(sql);
         for (std::size_t i = 0; i < values.size(); ++i)
             bind(s.get(), static_cast<int>(i) + 1, values[i]);
-        if (sqlite3_step(s.get()) != SQLITE_DONE) {
+        if (stepWrite(s.get(), returned) != SQLITE_DONE) {
             const int code = sqlite3_errcode(db_);
             const std::string message = sqlite3_errmsg(db_);
             if (groupOpen_ && sqlite3_get_autocommit(db_)) replayGroup();
@@ -462,6 +497,57 @@ void SqliteFile::replayGroup() {
         Lease s = cached(written.sql);
         for (std::size_t i = 0; i < written.values.size(); ++i)
             bind(s.get(), static_cast<int>(i) + 1, written.values[i]);
-        if (sqlite3_step(s.get()) != SQLITE_DONE) fail(StoreFailure);
+        if (stepWrite(s.get(), {}) != SQLITE_DONE) fail(StoreFailure);
     }
+}
+
+SqliteFile::State SqliteFile::state() {
+    State now;
+    now.writes = writes_;
+    Lease s = cached("PRAGMA data_version");
+    if (sqlite3_step(s.get()) == SQLITE_ROW) now.dataVersion = sqlite3_column_int64(s.get(), 0);
+    return now;
+}
+
+namespace {
+
+struct Kept {
+    SqliteFile* loadedBy;
+    SqliteFile::State loadedAt;
+    std::shared_ptr<RowTable> rows;
+};
+
+// Every kept table of the program, by file and columns.
+std::unordered_map<std::string, Kept>& keptTables() {
+    static std::unordered_map<std::string, Kept> kept;
+    return kept;
+}
+
+}  // namespace
+
+void SqliteFile::keepRows(const std::string& key, State loadedAt, std::shared_ptr<RowTable> rows) {
+    // A version the engine did not give cannot tell other connections' writes apart.
+    if (loadedAt.dataVersion < 0) return;
+    keptTables()[keptPrefix_ + key] = Kept{this, loadedAt, std::move(rows)};
+}
+
+std::shared_ptr<RowTable> SqliteFile::keptRows(const std::string& key) {
+    auto& kept = keptTables();
+    auto it = kept.find(keptPrefix_ + key);
+    if (it == kept.end()) return nullptr;
+    // Writes still in an open group are seen only by the connection that made them.
+    if (it->second.loadedBy != this &&
+        (!sqlite3_get_autocommit(db_) || !sqlite3_get_autocommit(it->second.loadedBy->db_)))
+        return nullptr;
+    if (it->second.loadedBy->state() == it->second.loadedAt) return it->second.rows;
+    kept.erase(it);
+    return nullptr;
+}
+
+void SqliteFile::forgetRows(const RowTable* rows) {
+    std::erase_if(keptTables(), [&](const auto& entry) { return entry.second.rows.get() == rows; });
+}
+
+void SqliteFile::forgetOwnRows() {
+    std::erase_if(keptTables(), [&](const auto& entry) { return entry.second.loadedBy == this; });
 }

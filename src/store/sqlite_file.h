@@ -12,6 +12,7 @@
 
 struct sqlite3;
 struct sqlite3_stmt;
+class RowTable;
 
 // What a column holds, from its declared type in the file.
 enum class ColumnKind : std::uint8_t { Counter, Text, Long, Double, Money, YesNo, Date };
@@ -79,11 +80,17 @@ class SqliteFile {
     static std::string_view columnText(sqlite3_stmt* stmt, int index);
 
     // Writes through: each call is its own durable change, or, inside a group of writes,
-    // part of the group's next commit.
+    // part of the group's next commit. `returning` names columns whose values, as the file
+    // now holds them, are given to `returned` (column 0 the first named) in the same
+    // statement.
+    using Returned = std::function<void(sqlite3_stmt* stmt)>;
     std::int64_t insert(const std::string& table, const std::vector<std::string>& columns,
-                        const std::vector<StoredValue>& values);
+                        const std::vector<StoredValue>& values,
+                        const std::vector<std::string>& returning = {},
+                        const Returned& returned = {});
     void update(const std::string& table, std::int64_t rowid,
-                const std::vector<std::string>& columns, const std::vector<StoredValue>& values);
+                const std::vector<std::string>& columns, const std::vector<StoredValue>& values,
+                const std::vector<std::string>& returning = {}, const Returned& returned = {});
     void remove(const std::string& table, std::int64_t rowid);
 
     // A long run of writes (an import) is committed a group at a time: every GroupSpan of
@@ -96,15 +103,36 @@ class SqliteFile {
     void beginGroup();
     void endGroup();
 
+    // Tables of rows loaded from a file, kept for the next record set of any connection of
+    // the program that loads the same columns of that file: a requery, a refresh or a second
+    // set on an unchanged file then copies the rows instead of reading them. A kept table is
+    // given out only while the file holds exactly what it held when the table was loaded:
+    // the loading connection has written nothing since, and no other connection (of this
+    // program or another) has committed since, as the loading connection's data version
+    // tells; and the asking connection has no writes of its own not yet committed. The
+    // state is to be taken before the rows are read.
+    struct State {
+        std::int64_t dataVersion = -1;
+        std::uint64_t writes = 0;
+        bool operator==(const State&) const = default;
+    };
+    State state();
+    void keepRows(const std::string& key, State loadedAt, std::shared_ptr<RowTable> rows);
+    // The kept table for `key` when it is still what the file holds; null otherwise.
+    std::shared_ptr<RowTable> keptRows(const std::string& key);
+    // A table about to change in memory is no longer kept.
+    void forgetRows(const RowTable* rows);
+
   private:
-    SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {}
+    SqliteFile(sqlite3* db, std::string path);
     bool isCatalogue();
     sqlite3_stmt* prepare(const std::string& sql);
     // A statement kept prepared for its text, reset and cleared when the lease ends.
     class Lease;
     Lease cached(const std::string& sql);
     // Runs one write statement, inside the open group when there is one.
-    void write(const std::string& sql, const std::vector<StoredValue>& values);
+    void write(const std::string& sql, const std::vector<StoredValue>& values,
+               const Returned& returned = {});
     // False when the file refused and the group is still open, to be tried again later.
     bool commitGroup();
     // The group's transaction was rolled back by the engine (a full disk, an I/O fault):
@@ -128,6 +156,11 @@ class SqliteFile {
     bool groupOpen_ = false;  // the group's transaction has begun
     std::chrono::steady_clock::time_point groupStarted_;
     std::vector<Written> groupWrites_;
+    // Every write through this connection counts, refused ones too.
+    std::uint64_t writes_ = 0;
+    std::string keptPrefix_;  // the file's real path, under which its tables are kept
+    // Drops the tables this connection loaded.
+    void forgetOwnRows();
 };
 
 // "[name]" as SQLite quotes a name with blanks.

@@ -151,6 +151,27 @@ TEST_F(AddFolder, RunningTwiceAddsNothingAndEditsEveryFile) {
                   " Edited From Folder: PICS\r\n\r\n");
 }
 
+TEST_F(AddFolder, TheTotalsPageComesWhenAnotherReaderFindsEveryRecordTheRunWrote) {
+    // More files than one group of writes holds, so that the run commits in the middle
+    // and at its end.
+    constexpr int Files = 2500;
+    for (int i = 0; i < Files; ++i)
+        file("pics/f" + std::to_string(i) + ".jpg");
+    Products& p = start();
+    continueAtOnce(p);
+    std::string atTotals;
+    ui.onWait = [&] {
+        atTotals = cat.query("SELECT COUNT(*) FROM Products");
+        p.ContinueFlag = true;
+    };
+    ui.openAnswer = appDir() + "pics/f0.jpg";
+    ui.openFilter = JpgFilter;
+    link(p, "Folder");
+    EXPECT_EQ(atTotals, std::to_string(Files));
+    EXPECT_EQ(cat.query("SELECT COUNT(*) FROM Products WHERE Notes LIKE '%Added From Folder%'"),
+              std::to_string(Files));
+}
+
 TEST_F(AddFolder, ApostrophesAreTakenOutOfTheNamesAndThePath) {
     file("pics/O'Brien's lamp.jpg");
     file("pics/Joe's/cup.jpg");
