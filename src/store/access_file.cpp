@@ -15,6 +15,7 @@
 #include "base/dates.h"
 #include "base/fold.h"
 #include "base/vb_error.h"
+#include "store/sqlite_file.h"
 
 namespace {
 
@@ -134,6 +135,8 @@ struct AccessFile::Handle {
 };
 
 bool AccessFile::isAccessFile(const std::string& path) {
+    // A catalogue in use must not be opened here: see SqliteFile::isDatabase.
+    if (SqliteFile::isDatabase(path)) return false;
     char head[20] = {};
     std::ifstream in(path, std::ios::binary);
     if (!in.read(head, sizeof head)) return false;

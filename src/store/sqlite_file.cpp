@@ -118,6 +118,18 @@ std::shared_ptr<SqliteFile> SqliteFile::open(const std::string& path, Use use) {
     return file;
 }
 
+bool SqliteFile::isDatabase(const std::string& path) {
+    sqlite3* db = nullptr;
+    const bool opened =
+        sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr) ==
+        SQLITE_OK;
+    if (opened) sqlite3_busy_timeout(db, LockWaitMs);
+    const int rc = opened ? sqlite3_exec(db, "PRAGMA schema_version", nullptr, nullptr, nullptr)
+                          : SQLITE_CANTOPEN;
+    sqlite3_close(db);
+    return rc == SQLITE_OK || isLockCode(rc);
+}
+
 bool SqliteFile::isCatalogue() {
     try {
         std::vector<ColumnInfo> columns = tableColumns("Products");

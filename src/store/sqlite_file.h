@@ -42,6 +42,10 @@ class SqliteFile {
     // that is no catalogue stays read only. 3024 when it is missing, 3343 when it is no
     // database, 3045 when another program holds it locked.
     static std::shared_ptr<SqliteFile> open(const std::string& path, Use use = Use::AsItStands);
+    // Whether SQLite reads the file as a database. The file is read through SQLite alone:
+    // closing a descriptor of our own on it would end every lock that this process's
+    // connections hold on the file.
+    static bool isDatabase(const std::string& path);
     // Makes a new, empty database file, replacing any file of that name.
     static std::shared_ptr<SqliteFile> create(const std::string& path);
     ~SqliteFile();

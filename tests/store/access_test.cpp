@@ -2,6 +2,7 @@
 // files that are no Access database.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -10,6 +11,7 @@
 #include "base/convert.h"
 #include "catalogue_fixture.h"
 #include "records/store.h"
+#include "store/sqlite_file.h"
 #include "vb_expect.h"
 
 namespace fs = std::filesystem;
@@ -134,6 +136,23 @@ TEST_F(AccessSource, TheSameControlReadsACatalogueFileAfterwards) {
     data->Refresh();
     EXPECT_EQ(rs().RecordCount(), 1);
     EXPECT_EQ(rs().FieldName(2), "StockNo");
+}
+
+TEST_F(AccessSource, TellingACatalogueFromAnAccessFileKeepsTheLocksOfTheProgram) {
+    // The program holds the catalogue, its log in WAL.
+    auto file = SqliteFile::open(cat.path(), SqliteFile::Use::Catalogue);
+    file->execScript("INSERT INTO Products (StockNo) VALUES ('A1')");
+    data->SetDatabaseName(cat.path());
+    data->SetRecordSource("Products");
+    data->Refresh();
+    // Another program that opens and closes the file thinks itself the last one only when
+    // this one's locks were lost; it then folds the log into the file and deletes it.
+    ASSERT_EQ(
+        std::system(
+            ("sqlite3 '" + cat.path() + "' 'SELECT count(*) FROM Products' > /dev/null").c_str()),
+        0);
+    EXPECT_TRUE(fs::exists(cat.path() + "-wal"));
+    EXPECT_EQ(rs().RecordCount(), 1);
 }
 
 struct NoAccessFile : AccessSource {
