@@ -21,9 +21,9 @@
 #include "base/convert.h"
 #include "build/bulk.h"
 #include "forms/runtime.h"
-#include "forms/settings.h"
 #include "forms/user_input.h"
 #include "processor_time.h"
+#include "program_run.h"
 #include "scripted_user.h"
 #include "shell/module.h"
 #include "shell/products.h"
@@ -86,24 +86,6 @@ class BulkUser : public ScriptedUser {
     }
 };
 
-// Starts the program on a catalogue and runs `use` on its main form; false if it ended.
-bool withProgram(const std::string& appDir, const std::string& catalogue, BulkUser& user,
-                 const std::function<void(Products&)>& use) {
-    MemorySettings settings;
-    settings.Write(ProgramTitle, "Settings", "DBName", catalogue);
-    settings.Write(ProgramTitle, "Options", "Show Tips at Startup", "0");
-    Runtime rt(user, settings, appDir, ProgramTitle);
-    RegisterForms(rt);
-    try {
-        SubMain();
-        use(*Mod().MainForm);
-        return true;
-    } catch (const ProgramEnded&) {
-        std::fprintf(stderr, "bulk-bench: the program ended before the run did\n");
-        return false;
-    }
-}
-
 void link(BulkUser& user, Products& form, const std::string& word) {
     user.PaneFor(form, "Wb1").Navigate2("about:blank" + word);
 }
@@ -112,7 +94,7 @@ void link(BulkUser& user, Products& form, const std::string& word) {
 Timing timeBulkDelete(const std::string& appDir, const std::string& catalogue) {
     BulkUser user;
     Timing timing;
-    const bool ran = withProgram(appDir, catalogue, user, [&](Products& form) {
+    const bool ran = withProgram(user, appDir, catalogue, "bulk-bench", [&](Products& form) {
         Runtime& rt = Runtime::Current();
         Form& search = rt.Get("Search");
         user.actions = {[&] {
@@ -129,6 +111,7 @@ Timing timeBulkDelete(const std::string& appDir, const std::string& catalogue) {
             return true;
         });
         std::printf("  status after: %s\n", form("lblStatus").Caption().c_str());
+        return true;
     });
     return ran ? timing : Timing{};
 }
@@ -139,7 +122,7 @@ Timing timeExport(const std::string& appDir, const std::string& catalogue,
     BulkUser user;
     user.saveAs = output;
     Timing timing;
-    const bool ran = withProgram(appDir, catalogue, user, [&](Products& form) {
+    const bool ran = withProgram(user, appDir, catalogue, "bulk-bench", [&](Products& form) {
         user.actions = {[&] {
                             UserInput::MouseClick(form("cmdSelectAll"));
                             UserInput::MouseClick(form("Command24"));
@@ -150,6 +133,7 @@ Timing timeExport(const std::string& appDir, const std::string& catalogue,
             return true;
         });
         std::printf("  records exported: %d\n", form.bulk->TotalEdited);
+        return true;
     });
     return ran ? timing : Timing{};
 }

@@ -21,8 +21,8 @@
 #include "build/bulk.h"
 #include "forms/headless_pane.h"
 #include "forms/runtime.h"
-#include "forms/settings.h"
 #include "forms/ui.h"
+#include "program_run.h"
 #include "shell/module.h"
 #include "shell/products.h"
 #include "shell/program.h"
@@ -112,15 +112,8 @@ int main(int argc, char** argv) {
     buildCatalogue(catalogue, appDir, {SCHEMA_SQL});
 
     FolderUser user(pictures + "/img0.jpg");
-    MemorySettings settings;
-    settings.Write(ProgramTitle, "Settings", "DBName", catalogue);
-    settings.Write(ProgramTitle, "Options", "Show Tips at Startup", "0");
-    Runtime rt(user, settings, appDir, ProgramTitle);
-    RegisterForms(rt);
     double firstRun = 0, secondRun = 0;
-    try {
-        SubMain();
-        Products& form = *Mod().MainForm;
+    const bool ran = withProgram(user, appDir, catalogue, "folder-bench", [&](Products& form) {
         auto addFolder = [&] {
             user.waits = 0;
             const auto t0 = Clock::now();
@@ -134,10 +127,9 @@ int main(int argc, char** argv) {
         std::printf("add it again, every file known:       %.2f s\n", secondRun);
         std::printf("last totals page: %s\n",
                     user.PaneFor(form, "Wb1").DocumentText().substr(0, 160).c_str());
-    } catch (const ProgramEnded&) {
-        std::fprintf(stderr, "folder-bench: the program ended before the run did\n");
-        return 1;
-    }
+        return true;
+    });
+    if (!ran) return 1;
     const double find = timeCommand("find " + pictures + " -type f > /dev/null");
     const double shell = timeShellImport(folder, pictures, files);
     std::printf("find FOLDER -type f:                  %.3f s\n", find);

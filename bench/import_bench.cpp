@@ -18,9 +18,9 @@
 
 #include "build/bulk.h"
 #include "forms/runtime.h"
-#include "forms/settings.h"
 #include "forms/user_input.h"
 #include "processor_time.h"
+#include "program_run.h"
 #include "scripted_user.h"
 #include "shell/module.h"
 #include "shell/products.h"
@@ -117,14 +117,7 @@ int main(int argc, char** argv) {
 
     ImportUser user;
     user.importFile = importFile;
-    MemorySettings settings;
-    settings.Write(ProgramTitle, "Settings", "DBName", catalogue);
-    settings.Write(ProgramTitle, "Options", "Show Tips at Startup", "0");
-    Runtime rt(user, settings, appDir, ProgramTitle);
-    RegisterForms(rt);
-    try {
-        SubMain();
-        Products& form = *Mod().MainForm;
+    const bool ran = withProgram(user, appDir, catalogue, "import-bench", [&](Products& form) {
         Pane& pane = user.PaneFor(form, "Wb1");
         Clock::time_point totalsShown;
         auto link = [&pane](const std::string& word) { pane.Navigate2("about:blank" + word); };
@@ -152,10 +145,9 @@ int main(int argc, char** argv) {
         std::printf("import through GetFiles: %.2f s (checked %d, added %d, edited %d)\n",
                     importSeconds, form.bulk->TotalChecked, form.bulk->TotalAdded,
                     form.bulk->TotalEdited);
-    } catch (const ProgramEnded&) {
-        std::fprintf(stderr, "import-bench: the program ended before the import did\n");
-        return 1;
-    }
+        return true;
+    });
+    if (!ran) return 1;
     const double shell = timeShellImport(folder, importFile);
     if (shell < 0)
         std::printf("sqlite3 shell .import: not available\n");

@@ -23,9 +23,9 @@
 #include <string>
 
 #include "forms/runtime.h"
-#include "forms/settings.h"
 #include "forms/user_input.h"
 #include "plain_site.h"
+#include "program_run.h"
 #include "resident_memory.h"
 #include "scripted_user.h"
 #include "shell/module.h"
@@ -119,17 +119,10 @@ int main(int argc, char** argv) {
     SiteUser user;
     user.siteFile = appDir + "Pages/catpage.htm";
     user.layoutFile = SHOP_LAYOUT;
-    MemorySettings settings;
-    settings.Write(ProgramTitle, "Settings", "DBName", catalogue);
-    settings.Write(ProgramTitle, "Options", "Show Tips at Startup", "0");
-    Runtime rt(user, settings, appDir, ProgramTitle);
-    RegisterForms(rt);
     double grouping = 0, collecting = 0, writing = 0, total = 0, cpu = 0;
     const double residentBefore = residentMiB();
     double residentAfter = 0;
-    try {
-        SubMain();
-        Products& form = *Mod().MainForm;
+    const bool ran = withProgram(user, appDir, catalogue, "site-bench", [&](Products& form) {
         auto click = [&form](const std::string& name, int index = -1) {
             UserInput::Click(form(name, index));
         };
@@ -164,12 +157,11 @@ int main(int argc, char** argv) {
         residentAfter = residentMiB();
         if (!user.actions.empty()) {
             std::fprintf(stderr, "site-bench: the run ended before the road did\n");
-            return 1;
+            return false;
         }
-    } catch (const ProgramEnded&) {
-        std::fprintf(stderr, "site-bench: the program ended before the site was written\n");
-        return 1;
-    }
+        return true;
+    });
+    if (!ran) return 1;
     const Output program = measure(appDir + "Pages");
     std::printf(
         "program: %.2f s (%.2f s CPU): grouping %.2f s, collecting and first page "
