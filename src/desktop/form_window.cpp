@@ -36,6 +36,7 @@
 #include "base/vb_error.h"
 #include "desktop/file_views.h"
 #include "desktop/form_host.h"
+#include "desktop/free_sizer.h"
 #include "desktop/grid_model.h"
 #include "desktop/guard.h"
 #include "desktop/keys.h"
@@ -343,8 +344,7 @@ QWidget* FormWindow::makeWidget(Control& control, QWidget* parent) {
             table->setSelectionBehavior(QAbstractItemView::SelectRows);
             table->setSelectionMode(QAbstractItemView::SingleSelection);
             table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-            table->verticalHeader()->setDefaultSectionSize(20);
-            table->horizontalHeader()->setDefaultSectionSize(110);
+            sizeGrid(*table);
             grids_[&control] = model;
             model->setSource(control.DataSource());
             w = table;
@@ -509,8 +509,7 @@ void FormWindow::apply(Control& c, std::string_view property, bool initial) {
     const ControlKind kind = c.Kind();
     if (is(property, "Left") || is(property, "Top") || is(property, "Width") ||
         is(property, "Height")) {
-        w->setGeometry(px(c.Num("Left")), px(c.Num("Top")), std::max(0, px(c.Num("Width"))),
-                       std::max(0, px(c.Num("Height"))));
+        w->setGeometry(sizer_.place(c.Num("Left"), c.Num("Top"), c.Num("Width"), c.Num("Height")));
     } else if (is(property, "Visible")) {
         w->setVisible(c.Visible());
     } else if (is(property, "Enabled")) {
@@ -634,10 +633,17 @@ void FormWindow::apply(Control& c, std::string_view property, bool initial) {
         if (auto* l = qobject_cast<QLabel*>(w)) {
             const QString path = qs(textOf(c.Property("Picture")));
             QPixmap picture(path);
-            if (picture.isNull())
+            if (picture.isNull()) {
                 l->clear();
-            else
-                l->setPixmap(flag(c, "Stretch") ? picture.scaled(w->size()) : picture);
+            } else if (flag(c, "Stretch")) {
+                // Drawn at the screen's own pixels, so that a picture stays sharp at any scale.
+                const qreal ratio = w->devicePixelRatioF();
+                QPixmap stretched = picture.scaled(w->size() * ratio);
+                stretched.setDevicePixelRatio(ratio);
+                l->setPixmap(stretched);
+            } else {
+                l->setPixmap(picture);
+            }
         }
     } else if (is(property, "Locked")) {
         if (auto* line = qobject_cast<QLineEdit*>(w))
@@ -658,16 +664,22 @@ void FormWindow::apply(Control& c, std::string_view property, bool initial) {
         }
     } else if (is(property, "FontBold") || is(property, "FontItalic") || is(property, "FontSize") ||
                is(property, "FontName") || is(property, "FontUnderline")) {
-        QFont font = w->font();
-        if (c.HasProperty("FontBold")) font.setBold(flag(c, "FontBold"));
-        if (c.HasProperty("FontItalic")) font.setItalic(flag(c, "FontItalic"));
-        if (c.HasProperty("FontUnderline")) font.setUnderline(flag(c, "FontUnderline"));
-        if (c.HasProperty("FontSize") && num(c, "FontSize") > 0)
-            font.setPointSizeF(num(c, "FontSize"));
-        if (c.HasProperty("FontName") && !initial)
-            font.setFamily(qs(textOf(c.Property("FontName"))));
-        w->setFont(font);
+        applyFont(c, *w, initial);
     }
+}
+
+void FormWindow::applyFont(Control& c, QWidget& w, bool initial) {
+    QFont font = w.font();
+    if (c.HasProperty("FontBold")) font.setBold(flag(c, "FontBold"));
+    if (c.HasProperty("FontItalic")) font.setItalic(flag(c, "FontItalic"));
+    if (c.HasProperty("FontUnderline")) font.setUnderline(flag(c, "FontUnderline"));
+    // A control without a size of its own has the toolkit's, scaled all the same.
+    const double points = c.HasProperty("FontSize") && num(c, "FontSize") > 0
+                              ? num(c, "FontSize")
+                              : QApplication::font(&w).pointSizeF();
+    if (points > 0) font.setPointSizeF(sizer_.fontPoints(points));
+    if (c.HasProperty("FontName") && !initial) font.setFamily(qs(textOf(c.Property("FontName"))));
+    w.setFont(font);
 }
 
 void FormWindow::applyMenu(Control& c, std::string_view property) {
@@ -728,6 +740,17 @@ void FormWindow::placeWindow() {
 }
 
 void FormWindow::sizeWindow() {
+    designedWindow_ = designedSize();
+    // The form's contents follow the window, which the user may size as he likes; a
+    // maximised window stays so while the form's code sets the size it was designed with.
+    window_->setMinimumSize(designedWindow_ / 2);
+    window_->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    if (!(window_->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)))
+        window_->resize(designedWindow_);
+    followWindow();
+}
+
+QSize FormWindow::designedSize() const {
     int extraWidth = FrameWidth, extraHeight = FrameHeight;
     if (window_->isVisible()) {
         // Once shown, the window system tells what its frame takes (nothing without one).
@@ -736,7 +759,32 @@ void FormWindow::sizeWindow() {
     }
     const int width = std::max(80, px(form_.Num("Width")) - extraWidth);
     const int height = std::max(40, px(form_.Num("Height")) - extraHeight);
-    window_->setFixedSize(width, height);
+    return QSize(width, height);
+}
+
+void FormWindow::followWindow() {
+    if (!window_->isVisible() || !designedWindow_.isValid()) return;
+    // What the window takes beside the controls' area (its menu bar) keeps its size.
+    const QSize chrome = window_->size() - canvas_->size();
+    if (!sizer_.follow(designedWindow_ - chrome, canvas_->size())) return;
+    ++applying_;
+    for (const auto& c : form_.Controls()) {
+        QWidget* w = widgetFor(*c);
+        if (!w) continue;
+        apply(*c, "Left");
+        applyFont(*c, *w, true);
+        if (flag(*c, "Stretch")) apply(*c, "Picture");
+        if (auto* table = qobject_cast<QTableView*>(w)) sizeGrid(*table);
+        if (auto* view = qobject_cast<QWebEngineView*>(w)) view->setZoomFactor(sizer_.fontScale());
+    }
+    --applying_;
+}
+
+void FormWindow::sizeGrid(QTableView& table) const {
+    table.verticalHeader()->setDefaultSectionSize(
+        static_cast<int>(std::lround(20 * sizer_.fontScale())));
+    table.horizontalHeader()->setDefaultSectionSize(
+        static_cast<int>(std::lround(110 * sizer_.fontScale())));
 }
 
 void FormWindow::scheduleSync() {
@@ -808,6 +856,7 @@ void FormWindow::hideWindow() {
 bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
     // While the window goes (the form may be gone already), its focus leaving is no event.
     if (!*alive_) return false;
+    if (watched == canvas_ && event->type() == QEvent::Resize) followWindow();
     if (watched == window_) {
         switch (event->type()) {
             case QEvent::Close:
@@ -827,7 +876,10 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
                 break;
             }
             case QEvent::Move: {
-                if (!window_->isVisible() || (window_->windowState() & Qt::WindowMinimized)) break;
+                // A minimised or maximised window keeps the place the user gave the normal one.
+                if (!window_->isVisible() ||
+                    (window_->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized)))
+                    break;
                 const QPoint at = window_->pos();
                 if (px(form_.Num("Left")) != at.x() || px(form_.Num("Top")) != at.y())
                     act([this, at] {
@@ -920,9 +972,9 @@ bool FormWindow::mouseEvent(Control& control, QEvent* event) {
                : mouse->button() == Qt::RightButton  ? 2
                : mouse->button() == Qt::MiddleButton ? 4
                                                      : 0;
-    const QPointF at = mouse->position();
-    m.x = static_cast<float>(twips(static_cast<int>(at.x())));
-    m.y = static_cast<float>(twips(static_cast<int>(at.y())));
+    const QPointF inTwips = sizer_.twipsAt(mouse->position());
+    m.x = static_cast<float>(inTwips.x());
+    m.y = static_cast<float>(inTwips.y());
     m.shift = (mouse->modifiers() & Qt::ShiftModifier ? 1 : 0) |
               (mouse->modifiers() & Qt::ControlModifier ? 2 : 0) |
               (mouse->modifiers() & Qt::AltModifier ? 4 : 0);
@@ -981,8 +1033,9 @@ bool FormWindow::dragEvent(QEvent* event) {
     QPoint local;
     Control* target = controlAt(at, local);
     if (!target) return true;
-    const auto x = static_cast<float>(twips(local.x()));
-    const auto y = static_cast<float>(twips(local.y()));
+    const QPointF inTwips = sizer_.twipsAt(local);
+    const auto x = static_cast<float>(inTwips.x());
+    const auto y = static_cast<float>(inTwips.y());
     act([dragged, target, x, y] { UserInput::Drag(*dragged, *target, x, y); });
     return true;
 }

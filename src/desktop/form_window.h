@@ -7,10 +7,12 @@
 #include <memory>
 #include <string_view>
 
+#include "desktop/free_sizer.h"
 #include "forms/form.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QTableView>
 #include <QWidget>
 
 namespace desktop {
@@ -58,8 +60,14 @@ class FormWindow : public QObject {
     void applyAll(Control& control);
     void applyMenu(Control& control, std::string_view property);
     void applyForm(std::string_view property);
+    void applyFont(Control& control, QWidget& widget, bool initial);
     void placeWindow();
+    // The window at the size the form gives, unless the user maximised it.
     void sizeWindow();
+    QSize designedSize() const;
+    // The controls follow the window's size (freeSizer1).
+    void followWindow();
+    void sizeGrid(QTableView& table) const;
     void scheduleSync();
     void syncGrids();
 
@@ -78,6 +86,8 @@ class FormWindow : public QObject {
     FormHost& host_;
     QPointer<QWidget> window_;
     QWidget* canvas_ = nullptr;
+    FreeSizer sizer_;
+    QSize designedWindow_;
     std::map<const Control*, QPointer<QWidget>> widgets_;
     std::map<const QObject*, Control*> controlOf_;
     std::map<const QObject*, Control*> surfaceOf_;

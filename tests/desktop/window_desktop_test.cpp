@@ -1,0 +1,112 @@
+// The main window on a large screen: maximised, its pane, boxes and their fonts grow with it,
+// and it comes back to the size the form gives; the grid worked with the keys.
+#include <QFont>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTableView>
+#include <QTest>
+#include <QWebEngineView>
+
+#include "desktop_fixture.h"
+
+namespace {
+
+class WindowTest : public DesktopFixture {
+  protected:
+    WindowTest() : DesktopFixture("Catalogue Window Test") {}
+
+    QWidget* main() { return window(form()).window(); }
+    // The area the controls stand on: the window less its menu bar.
+    QWidget* canvas() { return main()->findChild<QWidget*>(QString::fromStdString(form().Name())); }
+};
+
+// Within a pixel and a half of the designed length scaled by the ratio.
+::testing::AssertionResult grewBy(double ratio, int before, int after) {
+    const double expected = before * ratio;
+    if (std::abs(after - expected) <= 1.5) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << before << " became " << after << ", not about " << expected;
+}
+
+TEST_F(WindowTest, AMaximisedMainFormGrowsItsPaneAndBoxesInProportion) {
+    start();
+    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+    QTest::mouseClick(widget(form(), "cmdShowPic"), Qt::LeftButton);
+    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+    QWidget* pane = widget(form(), "Wb1");
+    QWidget* name = widget(form(), "txtFields", 1);
+    ASSERT_TRUE(pane && name && name->isVisible());
+    const QSize designed = canvas()->size();
+    const QRect paneBefore = pane->geometry(), nameBefore = name->geometry();
+    const double pointsBefore = name->font().pointSizeF();
+
+    main()->showMaximized();
+    ASSERT_TRUE(waitFor([&] { return main()->width() > 1000; }, Patience))
+        << "the window stayed " << main()->width() << " wide";
+    EXPECT_EQ(form().WindowState(), 2);
+    const double across = static_cast<double>(canvas()->width()) / designed.width();
+    const double down = static_cast<double>(canvas()->height()) / designed.height();
+    EXPECT_GT(across, 2.5);
+    EXPECT_TRUE(grewBy(across, paneBefore.width(), pane->width()));
+    EXPECT_TRUE(grewBy(down, paneBefore.height(), pane->height()));
+    EXPECT_TRUE(grewBy(across, paneBefore.left(), pane->x()));
+    EXPECT_TRUE(grewBy(across, nameBefore.width(), name->width()));
+    EXPECT_TRUE(grewBy(down, nameBefore.top(), name->y()));
+    EXPECT_NEAR(name->font().pointSizeF(), pointsBefore * std::min(across, down), 0.01);
+    EXPECT_NEAR(qobject_cast<QWebEngineView*>(pane)->zoomFactor(), std::min(across, down), 0.01);
+    // The form's own code still works in the sizes it was designed with.
+    EXPECT_EQ(form().Num("Width"), 9480);
+    // A click on a scaled box reaches the form at the twips of its design.
+    QTest::mouseClick(widget(form(), "cmdShowPic"), Qt::LeftButton);
+    EXPECT_TRUE(paneShows(QString::fromStdString(stockNo())));
+
+    main()->showNormal();
+    ASSERT_TRUE(waitFor([&] { return canvas()->size() == designed; }, Patience));
+    EXPECT_EQ(form().WindowState(), 0);
+    EXPECT_EQ(name->geometry(), nameBefore);
+}
+
+TEST_F(WindowTest, AWindowSizedByHandTakesTheFormsSizeAgainWhenTheFormIsActivated) {
+    start();
+    const QSize designed = main()->size();
+    QWidget* next = widget(form(), "cmdNext");
+    const int nextWidth = next->width();
+    main()->resize(designed * 3 / 2);
+    ASSERT_TRUE(waitFor([&] { return next->width() > nextWidth * 1.4; }, Patience));
+    // The tip of the day comes to the front and is closed, and the main form is active again.
+    window(form()).actionFor(form()("mnuHelpTip"))->trigger();
+    Form* tip = program_->runtime().Loaded("frmTip");
+    ASSERT_TRUE(tip);
+    QWidget* ok = widget(*tip, "cmdOK");
+    ASSERT_TRUE(waitFor([&] { return ok->isVisible(); }, Patience));
+    QTest::mouseClick(ok, Qt::LeftButton);
+    ASSERT_TRUE(waitFor([&] { return !ok->isVisible(); }, Patience));
+    // The user brings the main window to the front again.
+    main()->activateWindow();
+    EXPECT_TRUE(waitFor([&] { return main()->size() == designed; }, Patience))
+        << "the window is " << main()->width() << " x " << main()->height();
+    EXPECT_EQ(next->width(), nextWidth);
+}
+
+TEST_F(WindowTest, AScreenshotOfTheMaximisedMainWindow) {
+    start();
+    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+    QTest::mouseClick(widget(form(), "cmdShowPic"), Qt::LeftButton);
+    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+    main()->showMaximized();
+    ASSERT_TRUE(waitFor([&] { return main()->width() > 1000; }, Patience));
+    EXPECT_TRUE(waitFor(
+        [&] {
+            return script("document.images.length > 0 && document.images[0].naturalWidth > 0")
+                .toBool();
+        },
+        Patience));
+    QTest::qWait(500);
+    QPixmap shot = QGuiApplication::platformName() == "xcb"
+                       ? main()->screen()->grabWindow(main()->winId())
+                       : main()->grab();
+    ASSERT_FALSE(shot.isNull());
+    EXPECT_TRUE(shot.save(MAXIMISED_SCREENSHOT));
+}
+
+}  // namespace
