@@ -88,6 +88,24 @@ TEST_F(WindowTest, AWindowSizedByHandTakesTheFormsSizeAgainWhenTheFormIsActivate
     EXPECT_EQ(next->width(), nextWidth);
 }
 
+// Run also at screen scales of 1.5 and 2 (QT_SCALE_FACTOR): the form keeps the size it was
+// designed with, counted in the screen's logical pixels, and is drawn with all its pixels.
+TEST_F(WindowTest, TheFormKeepsItsSizeAndDrawsWithEveryPixelAtTheScreensScale) {
+    const double scale = qEnvironmentVariableIsSet("QT_SCALE_FACTOR")
+                             ? qEnvironmentVariable("QT_SCALE_FACTOR").toDouble()
+                             : 1.0;
+    start();
+    ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
+    EXPECT_DOUBLE_EQ(main()->devicePixelRatioF(), scale);
+    // 9480 twips less the frame, 15 twips a pixel.
+    EXPECT_NEAR(main()->frameGeometry().width(), 9480 / 15, 1);
+    QWidget* next = widget(form(), "cmdNext");
+    EXPECT_EQ(next->width(), static_cast<int>(std::lround(form()("cmdNext").Num("Width") / 15)));
+    const QPixmap drawn = next->grab();
+    EXPECT_EQ(drawn.width(), static_cast<int>(std::lround(next->width() * scale)));
+    EXPECT_NEAR(script("window.devicePixelRatio").toDouble(), scale, 0.01);
+}
+
 TEST_F(WindowTest, AScreenshotOfTheMaximisedMainWindow) {
     start();
     ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
