@@ -6,6 +6,8 @@
 #include "forms/runtime.h"
 #include "records/recordset.h"
 
+#include <algorithm>
+
 namespace UserInput {
 
 void Click(Control& c) {
@@ -28,9 +30,55 @@ void Type(Control& c, const std::string& text) {
     c.SetText(text);
 }
 
+namespace {
+
+// A grid moves its own row on the keys that move about, by the step the main form's keys move
+// its record (Page Up and Page Down a row, as Up and Down; with Ctrl to the first or last),
+// and before the form sees the key: a form following its record in the grid then finds it
+// on the grid's new row. No Click: a key is no click on a row. True for those keys.
+bool moveGridRow(Control& grid, int keyCode, int shift) {
+    Recordset* rows = grid.DataSource();
+    if (!rows || rows->RecordCount() <= 0) return false;
+    const long last = rows->RecordCount();
+    // A grid past either end (its record set followed a record it does not hold) steps back
+    // in from that end.
+    long now = rows->AbsolutePosition();
+    if (now < 1) now = rows->Eof() ? last + 1 : 0;
+    const bool ctrl = (shift & 2) != 0;
+    long row = now;
+    switch (keyCode) {
+        case 33:  // Page Up
+        case 38:  // Up
+            row = ctrl ? 1 : std::max(1L, now - 1);
+            break;
+        case 34:  // Page Down
+        case 40:  // Down
+            row = ctrl ? last : std::min(last, now + 1);
+            break;
+        case 36:  // Home
+            row = 1;
+            break;
+        case 35:  // End
+            row = last;
+            break;
+        default:
+            return false;
+    }
+    row = std::clamp(row, 1L, last);
+    if (row != now) {
+        rows->SetAbsolutePosition(row);
+        grid.Raise("RowColChange");
+    }
+    return true;
+}
+
+}  // namespace
+
 bool KeyDown(Form& form, Control* c, int keyCode, int shift, int ascii) {
     const bool preview = c == nullptr || form.KeyPreview();
     int code = keyCode;
+    const bool gridMoved =
+        c && c->Kind() == ControlKind::DataGrid && code && moveGridRow(*c, code, shift);
     if (code && preview) form.Form_KeyDown(code, shift);
     if (c && code && form.IsLoaded()) {
         EventArgs args;
@@ -38,7 +86,7 @@ bool KeyDown(Form& form, Control* c, int keyCode, int shift, int ascii) {
         args.Shift = shift;
         c->Raise("KeyDown", args);
     }
-    if (!ascii || !form.IsLoaded()) return false;
+    if (!ascii || !form.IsLoaded()) return gridMoved;
     int typed = ascii;
     if (preview) form.Form_KeyPress(typed);
     if (c && typed != 0 && form.IsLoaded()) {

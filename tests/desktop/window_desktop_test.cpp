@@ -88,6 +88,41 @@ TEST_F(WindowTest, AWindowSizedByHandTakesTheFormsSizeAgainWhenTheFormIsActivate
     EXPECT_EQ(next->width(), nextWidth);
 }
 
+TEST_F(WindowTest, TheGridAndTheRecordFollowTheKeysTogether) {
+    start();
+    auto* grid = qobject_cast<QTableView*>(widget(form(), "grddatagrid"));
+    ASSERT_TRUE(grid);
+    QTest::mouseClick(widget(form(), "cmdGrid"), Qt::LeftButton);
+    ASSERT_TRUE(waitFor([&] { return grid->isVisible() && grid->model()->rowCount() > 3; }));
+    grid->setFocus();
+    Recordset& records = *form().adoPrimaryRS;
+    const long last = records.RecordCount();
+    // Each key, and the record and grid row (1-based) it leads to.
+    const struct {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        long row;
+    } steps[] = {{Qt::Key_Down, {}, 2},
+                 {Qt::Key_Down, {}, 3},
+                 {Qt::Key_PageDown, {}, 4},
+                 {Qt::Key_Up, {}, 3},
+                 {Qt::Key_PageUp, {}, 2},
+                 {Qt::Key_End, {}, last},
+                 {Qt::Key_Up, {}, last - 1},
+                 {Qt::Key_Home, {}, 1},
+                 {Qt::Key_Down, Qt::ControlModifier, last},
+                 {Qt::Key_Up, Qt::ControlModifier, 1}};
+    for (const auto& step : steps) {
+        QTest::keyClick(grid, step.key, step.modifiers);
+        EXPECT_TRUE(waitFor([&] { return grid->currentIndex().row() == step.row - 1; }, Patience))
+            << "key " << QTest::toString(step.key) << ": the grid shows row "
+            << grid->currentIndex().row() + 1 << ", not " << step.row;
+        EXPECT_EQ(records.AbsolutePosition(), step.row) << QTest::toString(step.key);
+        EXPECT_EQ(form().adoprimaryrs2->AbsolutePosition(), step.row);
+        EXPECT_TRUE(grid->isVisible());
+    }
+}
+
 // Run also at screen scales of 1.5 and 2 (QT_SCALE_FACTOR): the form keeps the size it was
 // designed with, counted in the screen's logical pixels, and is drawn with all its pixels.
 TEST_F(WindowTest, TheFormKeepsItsSizeAndDrawsWithEveryPixelAtTheScreensScale) {
