@@ -2,7 +2,8 @@
 # Installs the build into a temporary prefix, makes the installed program folder read-only
 # and starts the installed headless program twice for a user whose data folder is
 # temporary: the first start copies the sample catalogue into the user's folder and walks
-# it there, the second works on that same copy; the installed folder stays untouched.
+# it there, the second works on that same copy; the installed folder stays untouched. Then
+# the installed desktop program starts under a virtual display on that copy.
 # Run as root, the program runs as the user nobody, for whom the folder is read-only.
 # Usage: installed_program.sh <cmake> <build folder> <1 when the desktop program is built>
 set -uo pipefail
@@ -87,6 +88,35 @@ check "the user's copy of the help pages" "$user_folder/Help/intro0.htm"
 echo kept >"$user_folder/mine.txt"
 start
 [ "$(cat "$user_folder/mine.txt" 2>/dev/null)" = kept ] || fail "the user's copy was made again"
+
+# The installed desktop program under a virtual display that any user may draw on: its
+# window shows the user's copy of the catalogue and the first product's page is written.
+if [ "$desktop" = 1 ] && command -v xvfb-run >/dev/null && command -v xwininfo >/dev/null; then
+    rm -f "$user_folder/page.htm"
+    xvfb-run -a -s "-ac -screen 0 1280x1024x24" bash -c '
+        home=$1 data_home=$2 prefix=$3 out=$4
+        shift 4
+        env -i PATH="$PATH" HOME="$home" XDG_DATA_HOME="$data_home" DISPLAY="$DISPLAY" \
+            QTWEBENGINE_DISABLE_SANDBOX=1 "$@" "$prefix/bin/catalogue-manager" >"$out" 2>&1 &
+        program=$!
+        catalogue=$data_home/catalogue-manager/tandrel2004.mde
+        for _ in $(seq 600); do
+            if xwininfo -root -tree 2>/dev/null | grep -qF "\"$catalogue\"" &&
+                [ -e "$data_home/catalogue-manager/page.htm" ]; then
+                kill "$program"
+                exit 0
+            fi
+            kill -0 "$program" 2>/dev/null || exit 2
+            sleep 0.1
+        done
+        kill "$program"
+        exit 1' _ "$home" "$data_home" "$prefix" "$work/desktop.out" "${as_user[@]}"
+    case $? in
+        0) echo "ok   the desktop program shows the user's catalogue in its window" ;;
+        2) cat "$work/desktop.out"; fail "the installed desktop program ended by itself" ;;
+        *) cat "$work/desktop.out"; fail "no window showed the user's catalogue within a minute" ;;
+    esac
+fi
 
 [ "$failures" -eq 0 ] && echo "installed program: every check passed"
 exit $((failures > 0))
