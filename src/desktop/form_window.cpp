@@ -28,9 +28,12 @@
 #include <QVBoxLayout>
 #include <QWebEngineView>
 #include <QWindowStateChangeEvent>
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <set>
+#include <utility>
+#include <vector>
 
 #include "base/convert.h"
 #include "base/vb_error.h"
@@ -203,6 +206,7 @@ void FormWindow::build() {
     // The stacking of siblings follows the order of the controls, whatever order made them.
     for (const auto& c : form_.Controls())
         if (QWidget* w = widgetFor(*c)) w->raise();
+    orderTabs();
     if (hasMenus) buildMenus();
     for (const char* p : {"Caption", "Enabled"})
         applyForm(p);
@@ -301,7 +305,6 @@ QWidget* FormWindow::makeWidget(Control& control, QWidget* parent) {
         case ControlKind::CommandButton: {
             auto* button = new QPushButton(parent);
             button->setAutoDefault(false);
-            button->setDefault(flag(control, "Default"));
             w = button;
             break;
         }
@@ -438,6 +441,20 @@ void FormWindow::connectUser(Control& control, QWidget* widget) {
     }
 }
 
+void FormWindow::orderTabs() {
+    std::vector<std::pair<int, QWidget*>> order;
+    for (const auto& c : form_.Controls()) {
+        QWidget* w = widgetFor(*c);
+        if (w && c->HasProperty("TabIndex"))
+            order.emplace_back(static_cast<int>(num(*c, "TabIndex")), w);
+    }
+    // Controls of the same number keep the order the form added them in.
+    std::stable_sort(order.begin(), order.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (std::size_t i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1].second, order[i].second);
+}
+
 void FormWindow::buildMenus() {
     auto* main = static_cast<QMainWindow*>(window_.data());
     QMenuBar* bar = main->menuBar();
@@ -496,7 +513,7 @@ void FormWindow::applyAll(Control& control) {
          {"Left",       "Caption",   "Text",     "Value",         "Min",         "Max",
           "List",       "ListIndex", "Selected", "Enabled",       "ToolTipText", "BackColor",
           "ForeColor",  "Picture",   "Locked",   "PasswordChar",  "Alignment",   "FontBold",
-          "FontItalic", "FontSize",  "FontName", "FontUnderline", "Visible"})
+          "FontItalic", "FontSize",  "FontName", "FontUnderline", "Default",     "Visible"})
         if (std::string_view(p) == "Left" || std::string_view(p) == "List" ||
             std::string_view(p) == "Selected" || control.HasProperty(p))
             apply(control, p, true);
@@ -512,6 +529,12 @@ void FormWindow::apply(Control& c, std::string_view property, bool initial) {
         w->setGeometry(sizer_.place(c.Num("Left"), c.Num("Top"), c.Num("Width"), c.Num("Height")));
     } else if (is(property, "Visible")) {
         w->setVisible(c.Visible());
+    } else if (is(property, "Focus")) {
+        w->setFocus(Qt::OtherFocusReason);
+    } else if (is(property, "TabIndex")) {
+        if (!initial) orderTabs();
+    } else if (is(property, "Default")) {
+        if (auto* button = qobject_cast<QPushButton*>(w)) button->setDefault(flag(c, "Default"));
     } else if (is(property, "Enabled")) {
         w->setEnabled(c.Enabled());
     } else if (is(property, "ToolTipText")) {

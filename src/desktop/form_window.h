@@ -49,6 +49,8 @@ class FormWindow : public QObject {
     QWidget* makeWidget(Control& control, QWidget* parent);
     void connectUser(Control& control, QWidget* widget);
     void buildMenus();
+    // The Tab key follows the controls' TabIndex.
+    void orderTabs();
     void watch(QWidget* widget, Control* control);
     // A widget that a control's widget draws on and hands the keys to (the pane's page):
     // only the keys that move about reach the form and the control.

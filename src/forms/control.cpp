@@ -60,6 +60,8 @@ Control::Control(Form& form, std::string name, ControlKind kind, int index)
     props_["Container"] = Variant("");
     // 0 manual, 1 automatic: a press of the left button starts dragging the control.
     if (kind != ControlKind::Menu) props_["DragMode"] = Variant::Integer(0);
+    // Where the Tab key takes the focus next; the form numbers its controls as it adds them.
+    if (kind != ControlKind::Menu) props_["TabIndex"] = Variant::Integer(0);
     if (hasCaption(kind)) props_["Caption"] = Variant("");
     if (hasText(kind)) props_["Text"] = Variant("");
     if (kind == ControlKind::TextBox) {
@@ -76,6 +78,11 @@ Control::Control(Form& form, std::string name, ControlKind kind, int index)
             break;
         case ControlKind::Menu:
             props_["Checked"] = Variant(false);
+            break;
+        case ControlKind::CommandButton:
+            // Enter anywhere on the form clicks the default button, Escape the cancel one.
+            props_["Default"] = Variant(false);
+            props_["Cancel"] = Variant(false);
             break;
         case ControlKind::Label:
             props_["LinkItem"] = Variant("");  // what a label is linked to, as text
@@ -233,6 +240,14 @@ void Control::Refresh() {
     if (kind_ != ControlKind::FileList) return;
     readFolder();
     props_["FileName"] = Variant("");
+}
+
+void Control::SetFocus() {
+    Control* before = form_.ActiveControl();
+    form_.SetActiveControl(this);
+    if (before && before != this) before->Raise("LostFocus");
+    form_.NotifyChanged(this, "Focus");
+    Raise("GotFocus");
 }
 
 void Control::Raise(std::string_view event) {

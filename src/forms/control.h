@@ -116,6 +116,10 @@ class Control {
     // Front (0) or back (1) of its siblings; kept as the property "ZOrder".
     void ZOrder(int position) { SetProperty("ZOrder", Variant(position)); }
 
+    // The keyboard focus comes here: the control that had it hears LostFocus, this one
+    // GotFocus, and the window moves its focus here.
+    void SetFocus();
+
   private:
     // A folder or file list's Path: kept as the lists keep folders, and read from the disk.
     bool isFolderPath(std::string_view key) const;

@@ -59,6 +59,10 @@ class Form {
     virtual void Form_KeyPress(int& /*KeyAscii*/) {}
     bool KeyPreview() const { return Property("KeyPreview").BoolValue(); }
 
+    // The control that has the keyboard focus, or nullptr.
+    Control* ActiveControl() const { return active_; }
+    void SetActiveControl(Control* c) { active_ = c; }
+
     bool IsLoaded() const { return loaded_; }
     void SetLoaded(bool loaded) { loaded_ = loaded; }
 
@@ -82,4 +86,5 @@ class Form {
     std::vector<Observer> observers_;
     VarTable vars_;
     bool loaded_ = false;
+    Control* active_ = nullptr;
 };

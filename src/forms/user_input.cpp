@@ -72,9 +72,25 @@ bool moveGridRow(Control& grid, int keyCode, int shift) {
     return true;
 }
 
+// The button that Enter (the default one) or Escape (the cancel one) clicks on this form,
+// if the form has one that can be clicked; a focused button takes Enter itself.
+Control* keyButton(const Form& form, const Control* c, int keyCode) {
+    const char* role = keyCode == 13 ? "Default" : keyCode == 27 ? "Cancel" : nullptr;
+    if (!role || (keyCode == 13 && c && c->Kind() == ControlKind::CommandButton)) return nullptr;
+    for (const auto& button : form.Controls())
+        if (button->Kind() == ControlKind::CommandButton && button->Property(role).BoolValue() &&
+            button->Visible() && button->Enabled())
+            return button.get();
+    return nullptr;
+}
+
 }  // namespace
 
 bool KeyDown(Form& form, Control* c, int keyCode, int shift, int ascii) {
+    if (Control* button = keyButton(form, c, keyCode)) {
+        Click(*button);
+        return true;
+    }
     const bool preview = c == nullptr || form.KeyPreview();
     int code = keyCode;
     const bool gridMoved =
@@ -134,10 +150,12 @@ void GridRow(Control& grid, long row) {
 }
 
 void Focus(Control& c) {
+    c.Parent().SetActiveControl(&c);
     c.Raise("GotFocus");
 }
 
 void Blur(Control& c) {
+    if (c.Parent().ActiveControl() == &c) c.Parent().SetActiveControl(nullptr);
     c.Raise("LostFocus");
 }
 

@@ -24,8 +24,9 @@ void Type(Control& c, const std::string& text);
 // A key going down on a control, or on the form itself when no control has it: KeyDown, then
 // KeyPress when the key types a character (ascii, 0 for none), each seen first by the form
 // when it previews keys. A handler may change KeyAscii; True when one set it to 0, so the key
-// types nothing. On a grid, the keys that move about first move its row (RowColChange); True
-// then too, the key being the grid's.
+// types nothing. Enter clicks the form's default button (unless a button has the focus) and
+// Escape its cancel button, and nothing else sees the key then; True. On a grid, the keys that move
+// about first move its row (RowColChange); True then too, the key being the grid's.
 bool KeyDown(Form& form, Control* c, int keyCode, int shift, int ascii);
 void KeyUp(Control& c, int keyCode, int shift);
 

@@ -56,7 +56,7 @@ void WinSeek::cmdSearch_Click() {
     Control& dirList = (*this)("dirList");
     if ((*this)("cmdSearch").Caption() == "&Reset") {
         ResetSeeker();
-        (*this)("txtSearchSpec").Raise("GotFocus");
+        (*this)("txtSearchSpec").SetFocus();
         return;
     }
     // The first press only goes into the folder chosen in the list.

@@ -141,8 +141,10 @@ void Search::createControls() {
     addControl(*this, "cmdSrch", ControlKind::CommandButton, -1, {6000, 5820, 1320, 360}, "Search");
     addControl(*this, "cmdStartOver", ControlKind::CommandButton, -1, {7380, 5820, 1320, 360},
                "Start Over");
+    // Escape leaves the form as Cancel does. Enter stays the value box's own.
     addControl(*this, "cmdCancel", ControlKind::CommandButton, -1, {8760, 5820, 1320, 360},
-               "Cancel");
+               "Cancel")
+        .SetProperty("Cancel", Variant(true));
     addControl(*this, "Data1", ControlKind::DataControl, -1, {120, 5790, 1200, 300}, "Data1")
         .SetVisible(false);
     Data1 = CreateDataControl();
@@ -336,7 +338,7 @@ void Search::cmdAndOr_Click(int Index) {
     }
     on([&] { (*this)("optOperator", NullOperator).SetValue(Variant(false)); });
     on([&] { txtSearch.SetText(""); });
-    on([&] { txtSearch.Raise("GotFocus"); });
+    on([&] { txtSearch.SetFocus(); });
     // The accumulated conditions changed, even where the value box was empty already.
     rewritePreview(on);
 }

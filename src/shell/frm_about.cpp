@@ -21,7 +21,11 @@ frmAbout::frmAbout() : Form("frmAbout") {
     add("lblVersion", -1, 1050, 780, 4400, 225).SetCaption(legal::Version);
     add("lblDisclaimer", 0, 255, 1500, 5200, 450);
     add("lblDisclaimer", 1, 255, 2000, 5200, 450);
-    add("cmdOK", -1, 4245, 2700, 1260, 345).SetCaption("OK");
+    Control& ok = add("cmdOK", -1, 4245, 2700, 1260, 345);
+    ok.SetCaption("OK");
+    // Enter or Escape closes the box, as OK does.
+    ok.SetProperty("Default", Variant(true));
+    ok.SetProperty("Cancel", Variant(true));
     OnClick("cmdOK", &frmAbout::cmdOK_Click);
 }
 

@@ -22,7 +22,11 @@ frmTip::frmTip() : Form("frmTip") {
     SetNum("Height", 3690);
     place(Add("Label1", ControlKind::Label), {600, 240, 3600, 255}).SetCaption("Did you know...");
     place(Add("lblTipText", ControlKind::Label), {600, 600, 3600, 2100});
-    place(Add("cmdOK", ControlKind::CommandButton), {4200, 240, 1095, 375}).SetCaption("OK");
+    Control& ok = place(Add("cmdOK", ControlKind::CommandButton), {4200, 240, 1095, 375});
+    ok.SetCaption("OK");
+    // Enter or Escape puts the tip away, as OK does.
+    ok.SetProperty("Default", Variant(true));
+    ok.SetProperty("Cancel", Variant(true));
     place(Add("cmdNextTip", ControlKind::CommandButton), {4200, 720, 1095, 375})
         .SetCaption("&Next Tip");
     place(Add("chkLoadTipsAtStartup", ControlKind::CheckBox), {120, 2880, 3000, 315})

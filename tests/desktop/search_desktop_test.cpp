@@ -4,6 +4,7 @@
 // clicked; Cancel lifts the search. Every caption of the search form and of the main form's
 // panels reads whole, and no control hides another.
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -299,6 +300,29 @@ TEST_F(SearchDesktopTest, AMouseUserFiltersTheProductListByStockNumber) {
     QTest::mouseClick(widget(form(), "cmdLast"), Qt::LeftButton);
     EXPECT_TRUE(status().startsWith("Record: 6  of  6")) << status().toStdString();
     EXPECT_NE(stockNo().find("BD"), std::string::npos);
+}
+
+TEST_F(SearchDesktopTest, AndGivesTheValueBoxTheFocusTabGoesOnAndEscapeCancels) {
+    start();
+    QWidget *afterAnd = nullptr, *afterTab = nullptr, *box = nullptr, *next = nullptr;
+    detailedSearch([&] {
+        buildCriteria(StockNoField, LikeOperator, "BD", ProdDescField);
+        box = onSearch("txtSearch");
+        next = onSearch("Text1");
+        EXPECT_TRUE(click(onSearch("cmdAndOr", 0)));
+        waitFor([&] { return QApplication::focusWidget() == box; }, 5000);
+        afterAnd = QApplication::focusWidget();
+        QTest::keyClick(afterAnd, Qt::Key_Tab);
+        afterTab = QApplication::focusWidget();
+        QTest::keyClick(afterTab, Qt::Key_Escape);
+        waitFor([&] { return searchForm() == nullptr; }, 5000);
+    });
+    EXPECT_EQ(afterAnd, box) << "the focus is on "
+                             << (afterAnd ? afterAnd->objectName().toStdString() : "nothing");
+    EXPECT_EQ(afterTab, next) << "Tab went to "
+                              << (afterTab ? afterTab->objectName().toStdString() : "nothing");
+    EXPECT_EQ(searchForm(), nullptr);
+    EXPECT_FALSE(Mod().SearchFormOpen.BoolValue());
 }
 
 TEST_F(SearchDesktopTest, CancelClosesTheFormAndLiftsTheSearch) {

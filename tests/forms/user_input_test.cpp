@@ -109,3 +109,77 @@ TEST_F(Gestures, AKeyWithNoControlGoesToTheFormsOwnProcedures) {
     EXPECT_TRUE(UserInput::KeyDown(form, nullptr, 13, 0, 13));
     EXPECT_EQ(form.log, "fd13fp13");
 }
+
+namespace {
+
+// A form with a text box, an OK and a Cancel button and a plain one, logging focus and clicks.
+struct Buttons : ::testing::Test {
+    struct Dialog : Form {
+        Dialog() : Form("frmDialog") {}
+        std::string log;
+        void Form_KeyDown(int& KeyCode, int) override { log += "fd" + std::to_string(KeyCode); }
+    } form;
+
+    void SetUp() override {
+        form.SetLoaded(true);
+        form.SetProperty("KeyPreview", Variant(true));
+        for (const char* name : {"txtValue", "txtOther"})
+            form.Add(name, ControlKind::TextBox);
+        for (const char* name : {"cmdOK", "cmdCancel", "cmdMore"})
+            form.Add(name, ControlKind::CommandButton);
+        for (const char* name : {"txtValue", "txtOther", "cmdOK", "cmdCancel", "cmdMore"})
+            for (const char* event : {"GotFocus", "LostFocus", "Click"})
+                form.On(name, event, [this, name, event](EventArgs&) {
+                    form.log += std::string(name) + "." + event + " ";
+                });
+    }
+};
+
+}  // namespace
+
+TEST_F(Buttons, EnterClicksTheDefaultButtonAndEscapeTheCancelOneBeforeTheFormSeesThem) {
+    form("cmdOK").SetProperty("Default", Variant(true));
+    form("cmdCancel").SetProperty("Cancel", Variant(true));
+    EXPECT_TRUE(UserInput::KeyDown(form, &form("txtValue"), 13, 0, 13));
+    EXPECT_TRUE(UserInput::KeyDown(form, &form("txtValue"), 27, 0, 27));
+    EXPECT_EQ(form.log, "cmdOK.Click cmdCancel.Click ");
+}
+
+TEST_F(Buttons, AFocusedButtonTakesEnterItself) {
+    form("cmdOK").SetProperty("Default", Variant(true));
+    UserInput::KeyDown(form, &form("cmdMore"), 13, 0, 13);
+    EXPECT_EQ(form.log, "fd13");
+}
+
+TEST_F(Buttons, WithoutSuchButtonsOrWithThemDisabledTheKeysGoOnAsBefore) {
+    UserInput::KeyDown(form, &form("txtValue"), 13, 0, 0);
+    form("cmdCancel").SetProperty("Cancel", Variant(true));
+    form("cmdCancel").SetProperty("Enabled", Variant(false));
+    UserInput::KeyDown(form, &form("txtValue"), 27, 0, 0);
+    EXPECT_EQ(form.log, "fd13fd27");
+}
+
+TEST_F(Buttons, SetFocusTakesTheFocusFromTheControlThatHadIt) {
+    form("txtOther").SetFocus();
+    form("txtValue").SetFocus();
+    EXPECT_EQ(form.ActiveControl(), &form("txtValue"));
+    // Given again, the control hears GotFocus again, and no LostFocus.
+    form("txtValue").SetFocus();
+    EXPECT_EQ(form.log,
+              "txtOther.GotFocus txtOther.LostFocus txtValue.GotFocus txtValue.GotFocus ");
+}
+
+TEST_F(Buttons, TheUsersFocusIsTheFormsActiveControlUntilItLeaves) {
+    UserInput::Focus(form("txtOther"));
+    EXPECT_EQ(form.ActiveControl(), &form("txtOther"));
+    form("txtValue").SetFocus();
+    UserInput::Blur(form("txtValue"));
+    EXPECT_EQ(form.ActiveControl(), nullptr);
+    EXPECT_EQ(form.log,
+              "txtOther.GotFocus txtOther.LostFocus txtValue.GotFocus txtValue.LostFocus ");
+}
+
+TEST_F(Buttons, TheFormNumbersItsControlsForTheTabKeyInTheOrderItAddsThem) {
+    EXPECT_EQ(CDbl(form("txtValue").Property("TabIndex")), 0);
+    EXPECT_EQ(CDbl(form("cmdMore").Property("TabIndex")), 4);
+}
