@@ -53,8 +53,8 @@ class DesktopFixture : public ::testing::Test {
 
   public:
     // Runs the event loop until done() holds, at most timeout milliseconds; false when it did
-    // not. The loop waits on the events themselves (a page's load, a window's paint), never
-    // sleeping between looks, so the pane's renderer is answered at once.
+    // not. It looks again after each event (a page's load, a window's paint), so the pane's
+    // renderer is answered at once and nothing waits on a fixed interval.
     static bool waitFor(const std::function<bool()>& done, int timeout = Patience);
 
   protected:
