@@ -4,6 +4,8 @@
 #include <QSettings>
 #include <memory>
 
+#include "shell/program_folder.h"
+
 namespace {
 
 QString text(const std::string& s) {
@@ -25,7 +27,8 @@ QSettingsStore::QSettingsStore(QString folder) : folder_(std::move(folder)) {}
 
 namespace {
 std::unique_ptr<QSettings> open(const QString& folder, const std::string& app) {
-    if (folder.isEmpty()) return std::make_unique<QSettings>(QString(), text(app));
+    // The user's settings: ~/.config/catalogue-manager/ and the program's title.
+    if (folder.isEmpty()) return std::make_unique<QSettings>(QString(UserFolderName), text(app));
     return std::make_unique<QSettings>(QDir(folder).filePath(text(app) + ".ini"),
                                        QSettings::IniFormat);
 }

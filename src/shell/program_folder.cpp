@@ -10,8 +10,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* UserFolderName = "catalogue-manager";
-
 // The folder itself, without the trailing separator (for a rename or a sibling's name).
 fs::path bare(const std::string& folder) {
     fs::path p(folder);

@@ -7,6 +7,9 @@
 // copy of its data in their own folder, made on the first start and used from then on.
 // Every folder given or returned here ends with its separator.
 
+// The name of the user's folders of the program: its data, and its settings' folder.
+constexpr const char* UserFolderName = "catalogue-manager";
+
 // The folder of the running executable.
 std::string ExecutableFolder();
 
