@@ -119,6 +119,11 @@ void RowTable::Column::put(int row, std::uint64_t bits, bool null) {
         block->nulls[r >> 6] &= ~bit;
 }
 
+const std::shared_ptr<RowTable::Block>& RowTable::nullBlock() {
+    static const std::shared_ptr<Block> nulls = std::make_shared<Block>();
+    return nulls;
+}
+
 RowTable::RowTable(std::vector<ColumnInfo> columns) {
     columns_.reserve(columns.size());
     for (auto& info : columns)
@@ -150,7 +155,7 @@ std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& colum
             Column to{from.info, {}, from.arena, {}};
             to.blocks.resize((kept.size() + BlockRows - 1) / BlockRows);
             for (auto& block : to.blocks)
-                block = std::make_shared<Block>();
+                block = nullBlock();
             for (std::size_t i = 0; i < kept.size(); ++i) {
                 const int row = kept[i];
                 if (!from.overflowed.empty() && from.overflowed.count(row))
@@ -192,10 +197,10 @@ RowTable::Column& RowTable::own(int c) {
 }
 
 int RowTable::appendRow(std::int64_t rowid) {
-    // A new block's cells are Null already; so are those of a block's rows not added yet.
+    // A block's rows not added yet are Null already.
     if (rows_ % BlockRows == 0)
         for (int c = 0; c < columnCount(); ++c)
-            own(c).blocks.push_back(std::make_shared<Block>());
+            own(c).blocks.push_back(nullBlock());
     rowids_.push_back(rowid);
     deleted_.push_back(false);
     return rows_++;
@@ -421,7 +426,9 @@ std::size_t RowTable::memoryBytes() const {
     for (const auto& shared : columns_) {
         const Column& col = *shared;
         // A block shared with another table counts in both.
-        total += col.blocks.size() * sizeof(Block) + col.arena.capacity();
+        for (const auto& block : col.blocks)
+            total += block == nullBlock() ? 0 : sizeof(Block);
+        total += col.arena.capacity();
     }
     return total;
 }

@@ -85,6 +85,9 @@ class RowTable {
         // Writes one cell, its block no longer shared with another column.
         void put(int row, std::uint64_t bits, bool null);
     };
+    // Until a cell of it is written, a column's new block is this one block of Nulls that
+    // every column shares: a column of Nulls takes no room of its own.
+    static const std::shared_ptr<Block>& nullBlock();
     // The column to change, no longer shared with another table.
     Column& own(int c);
     static void setText(Column& col, int row, std::string_view s);
