@@ -108,6 +108,8 @@ RowTable::Block::Block() {
 }
 
 void RowTable::Column::put(int row, std::uint64_t bits, bool null) {
+    // A Null written over a Null changes nothing, and leaves a shared block shared.
+    if (null && bits == 0 && isNull(row) && cell(row) == 0) return;
     std::shared_ptr<Block>& block = blocks[row >> BlockShift];
     if (block.use_count() > 1) block = std::make_shared<Block>(*block);
     const int r = row & (BlockRows - 1);
