@@ -50,15 +50,49 @@ int compareRows(const RowTable& t, int a, int b, int column) {
     return x < y ? -1 : (x > y ? 1 : 0);
 }
 
+// The first eight letters of a text folded, packed so that numbers order as the texts do
+// where they differ; equal numbers leave the order to the whole texts.
+std::uint64_t foldedPrefix(std::string_view text) {
+    std::uint64_t prefix = 0;
+    for (std::size_t i = 0; i < 8; ++i)
+        prefix = prefix << 8 | (i < text.size() ? foldChar(text[i]) : 0);
+    return prefix;
+}
+
 void sortRows(std::vector<int>& rows, const RowTable& t, const std::vector<SortKey>& keys) {
     if (keys.empty()) return;
-    std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) {
+    auto before = [&](int a, int b) {
         for (const auto& k : keys) {
             int c = compareRows(t, a, b, k.column);
             if (c != 0) return k.descending ? c > 0 : c < 0;
         }
         return false;
+    };
+    const SortKey& first = keys.front();
+    if (t.column(first.column).kind != ColumnKind::Text) {
+        std::stable_sort(rows.begin(), rows.end(), before);
+        return;
+    }
+    // A sort by a text compares the packed first letters, and the rows only where they agree.
+    struct Keyed {
+        bool null;
+        std::uint64_t prefix;
+        int row;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(rows.size());
+    for (int row : rows)
+        keyed.push_back(
+            {t.isNull(row, first.column), foldedPrefix(t.text(row, first.column)), row});
+    std::stable_sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) {
+        if (a.null != b.null || a.prefix != b.prefix) {
+            const bool less = a.null != b.null ? a.null : a.prefix < b.prefix;
+            return first.descending ? !less : less;
+        }
+        return before(a.row, b.row);
     });
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i] = keyed[i].row;
 }
 
 // The kept rows are found by the table and its set of columns, whatever their order.
