@@ -1,5 +1,6 @@
 #include "store/row_table.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -154,7 +155,7 @@ std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& colum
             // Shared until either table changes the column.
             copy.columns_.push_back(columns_[c]);
         } else {
-            Column to{from.info, {}, from.arena, {}};
+            Column to{from.info, {}, from.arena, {}};  // the texts shared
             to.blocks.resize((kept.size() + BlockRows - 1) / BlockRows);
             for (auto& block : to.blocks)
                 block = nullBlock();
@@ -187,8 +188,7 @@ bool RowTable::holdsStored(int row, int c, const StoredValue& v) const {
     if (col.isNull(row)) return true;
     if (col.info.kind == ColumnKind::Text) {
         const std::uint64_t a = read.cell(0), b = col.cell(row);
-        return std::string_view(read.arena).substr(a >> 32, a & 0xffffffffu) ==
-               std::string_view(col.arena).substr(b >> 32, b & 0xffffffffu);
+        return read.textOf(a) == col.textOf(b);
     }
     return read.cell(0) == col.cell(row);
 }
@@ -209,18 +209,25 @@ int RowTable::appendRow(std::int64_t rowid) {
 }
 
 void RowTable::setText(Column& col, int row, std::string_view s) {
-    if (col.arena.size() + s.size() > std::numeric_limits<std::uint32_t>::max())
-        throw VbError(7, "Out of memory");
-    std::uint64_t offset = col.arena.size();
-    col.arena.append(s);
-    col.put(row, offset << 32 | static_cast<std::uint32_t>(s.size()), false);
+    // A piece takes texts up to its size; a longer text has a piece of its own.
+    constexpr std::size_t PieceBytes = 1 << 16;
+    if (s.size() > std::numeric_limits<std::uint32_t>::max()) throw VbError(7, "Out of memory");
+    if (col.arena.empty() || col.arena.back()->size() + s.size() > PieceBytes) {
+        if (col.arena.size() > 0xffff) throw VbError(7, "Out of memory");
+        col.arena.push_back(std::make_shared<std::string>());
+        // The first piece grows with what it holds, so that a small table stays small.
+        if (col.arena.size() > 1) col.arena.back()->reserve(std::max(PieceBytes, s.size()));
+    }
+    std::string& piece = *col.arena.back();
+    const std::uint64_t at = (col.arena.size() - 1) << 16 | piece.size();
+    piece.append(s);
+    col.put(row, at << 32 | static_cast<std::uint32_t>(s.size()), false);
 }
 
 std::string_view RowTable::text(int row, int c) const {
     const Column& col = *columns_[c];
     if (col.isNull(row)) return {};
-    std::uint64_t cell = col.cell(row);
-    return std::string_view(col.arena).substr(cell >> 32, cell & 0xffffffffu);
+    return col.textOf(col.cell(row));
 }
 
 double RowTable::number(int row, int c) const {
@@ -304,7 +311,7 @@ void RowTable::reserve(std::size_t rows) {
 
 void RowTable::shrink() {
     for (int c = 0; c < columnCount(); ++c)
-        own(c).arena.shrink_to_fit();
+        if (!columns_[c]->arena.empty()) columns_[c]->arena.back()->shrink_to_fit();
 }
 
 void RowTable::setStored(int row, int c, const StoredValue& v) {
@@ -430,7 +437,8 @@ std::size_t RowTable::memoryBytes() const {
         // A block shared with another table counts in both.
         for (const auto& block : col.blocks)
             total += block == nullBlock() ? 0 : sizeof(Block);
-        total += col.arena.capacity();
+        for (const auto& piece : col.arena)
+            total += piece->capacity();
     }
     return total;
 }

@@ -73,8 +73,10 @@ class RowTable {
     struct Column {
         ColumnInfo info;
         std::vector<std::shared_ptr<Block>> blocks;  // rows beyond the table's are Null
-        std::string arena;                           // text columns only
-        std::unordered_set<int> overflowed;          // rows whose stored value did not fit
+        // Text columns: the texts in pieces that are only ever added to, so that a copy of
+        // the column shares them. A cell: piece << 48 | offset in the piece << 32 | length.
+        std::vector<std::shared_ptr<std::string>> arena;
+        std::unordered_set<int> overflowed;  // rows whose stored value did not fit
         std::uint64_t cell(int row) const {
             return blocks[row >> BlockShift]->cells[row & (BlockRows - 1)];
         }
@@ -84,6 +86,10 @@ class RowTable {
         }
         // Writes one cell, its block no longer shared with another column.
         void put(int row, std::uint64_t bits, bool null);
+        std::string_view textOf(std::uint64_t cell) const {
+            return std::string_view(*arena[cell >> 48])
+                .substr(cell >> 32 & 0xffffu, cell & 0xffffffffu);
+        }
     };
     // Until a cell of it is written, a column's new block is this one block of Nulls that
     // every column shares: a column of Nulls takes no room of its own.
