@@ -86,18 +86,21 @@ std::optional<StoredValue> literalDefault(const StoredValue& declared) {
 
 std::optional<std::vector<StoredValue>> WriteRules::added(
     const std::vector<int>& written, const std::vector<StoredValue>& values) const {
-    std::vector<std::optional<StoredValue>> row(columns.size());
-    for (std::size_t i = 0; i < written.size(); ++i)
-        row[written[i]] = storedAfter(columns[written[i]].affinity, values[i]);
     std::vector<StoredValue> out(columns.size());
     for (std::size_t c = 0; c < columns.size(); ++c) {
-        const bool isWritten = std::find(written.begin(), written.end(), c) != written.end();
-        if (columns[c].key) {
+        const Column& column = columns[c];
+        const auto at = std::find(written.begin(), written.end(), static_cast<int>(c));
+        if (column.key) {
             out[c].type = StoredValue::Type::Integer;
-        } else if (isWritten ? !row[c] : !columns[c].initial) {
+        } else if (at != written.end()) {
+            std::optional<StoredValue> stored = storedAfter(
+                column.affinity, values[static_cast<std::size_t>(at - written.begin())]);
+            if (!stored) return std::nullopt;
+            out[c] = std::move(*stored);
+        } else if (!column.initial) {
             return std::nullopt;
         } else {
-            out[c] = isWritten ? std::move(*row[c]) : *columns[c].initial;
+            out[c] = *column.initial;
         }
     }
     return out;
