@@ -6,24 +6,15 @@
 namespace {
 
 StoredValue text(const std::string& t) {
-    StoredValue v;
-    v.type = StoredValue::Type::Text;
-    v.text = t;
-    return v;
+    return {StoredValue::Type::Text, 0, 0, t};
 }
 
 StoredValue real(double r) {
-    StoredValue v;
-    v.type = StoredValue::Type::Real;
-    v.r = r;
-    return v;
+    return {StoredValue::Type::Real, 0, r, {}};
 }
 
 StoredValue whole(std::int64_t i) {
-    StoredValue v;
-    v.type = StoredValue::Type::Integer;
-    v.i = i;
-    return v;
+    return {StoredValue::Type::Integer, i, 0, {}};
 }
 
 std::string shown(const std::optional<StoredValue>& v) {
