@@ -304,7 +304,14 @@ void Cursor::addNew() {
 }
 
 const std::optional<WriteRules>& Cursor::writeRules() {
-    if (!writeRules_) writeRules_ = file_->writeRules(tableName_, namesOf(*table_));
+    if (!writeRules_) {
+        // An engine that cannot tell them (an older SQLite) leaves every write read back.
+        try {
+            writeRules_ = file_->writeRules(tableName_, namesOf(*table_));
+        } catch (const VbError&) {
+            writeRules_.emplace();
+        }
+    }
     return *writeRules_;
 }
 
