@@ -29,11 +29,11 @@ NamingFaultWatcher WatchNamingFaults(NamingFaultWatcher watcher) {
     return watcher;
 }
 
-Trap::Resume Trap::fault(int number, const std::string& description) {
+Trap::Resume Trap::fault(int number, std::string_view description) {
     if (IsNamingFault(number) && namingWatcher() && steppingOver == 0)
-        namingWatcher()(number, description);
+        namingWatcher()(number, std::string(description));
     Err().Number = number;
-    Err().Description = description;
+    Err().Description.assign(description);
     if (handler_) {
         Resume resume = Resume::Exit;
         try {

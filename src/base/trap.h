@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -90,7 +91,7 @@ class Trap {
                 if constexpr (std::is_same_v<std::invoke_result_t<Statement&>, Fault>) {
                     const Fault given = statement();
                     if (given.number == 0) return true;
-                    if (fault(given.number, VbError(given.number).Description()) != Resume::Again)
+                    if (fault(given.number, vbErrorDescription(given.number)) != Resume::Again)
                         return false;
                     continue;
                 } else {
@@ -114,7 +115,7 @@ class Trap {
     bool Exited() const { return exited_; }
 
   private:
-    Resume fault(int number, const std::string& description);
+    Resume fault(int number, std::string_view description);
 
     std::string tag_;
     Reporter reporter_;

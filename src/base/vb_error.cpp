@@ -1,6 +1,6 @@
 #include "base/vb_error.h"
 
-std::string vbErrorDescription(int number) {
+const char* vbErrorDescription(int number) {
     switch (number) {
         case 5:
             return "Invalid procedure call or argument";
@@ -62,11 +62,11 @@ std::string vbErrorDescription(int number) {
         case 3709:
             return "The connection cannot be used to perform this operation.";
         default:
-            return {};
+            return "";
     }
 }
 
 VbError::VbError(int number, const std::string& description)
     : std::runtime_error(description), number_(number), description_(description) {}
 
-VbError::VbError(int number) : VbError(number, vbErrorDescription(number)) {}
+VbError::VbError(int number) : VbError(number, std::string(vbErrorDescription(number))) {}

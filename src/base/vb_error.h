@@ -53,4 +53,4 @@ inline constexpr int QueryTooComplex = 3360;
 }  // namespace vberr
 
 // The classic description of an error number ("File not found"), "" when unknown.
-std::string vbErrorDescription(int number);
+const char* vbErrorDescription(int number);

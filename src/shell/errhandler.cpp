@@ -37,8 +37,7 @@ void setErrorTrace(std::function<void(const std::string&)> sink) {
 
 void Errhandler(const std::string& Tag) {
     const int number = Err().Number;
-    std::string composed = "Error - " + Trim(std::to_string(number)) + "\r\n" + "  In  " + Tag;
-    if (trace()) trace()(composed);
+    if (trace()) trace()("Error - " + Trim(std::to_string(number)) + "\r\n" + "  In  " + Tag);
     if (inSilentGroup(number)) return;
     if (number == 53) {
         MsgBox(std::string("Can't Find The File!") + vb::vbCrLf +

@@ -50,15 +50,49 @@ int compareRows(const RowTable& t, int a, int b, int column) {
     return x < y ? -1 : (x > y ? 1 : 0);
 }
 
+// The first eight letters of a text folded, packed so that numbers order as the texts do
+// where they differ; equal numbers leave the order to the whole texts.
+std::uint64_t foldedPrefix(std::string_view text) {
+    std::uint64_t prefix = 0;
+    for (std::size_t i = 0; i < 8; ++i)
+        prefix = prefix << 8 | (i < text.size() ? foldChar(text[i]) : 0);
+    return prefix;
+}
+
 void sortRows(std::vector<int>& rows, const RowTable& t, const std::vector<SortKey>& keys) {
     if (keys.empty()) return;
-    std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) {
+    auto before = [&](int a, int b) {
         for (const auto& k : keys) {
             int c = compareRows(t, a, b, k.column);
             if (c != 0) return k.descending ? c > 0 : c < 0;
         }
         return false;
+    };
+    const SortKey& first = keys.front();
+    if (t.column(first.column).kind != ColumnKind::Text) {
+        std::stable_sort(rows.begin(), rows.end(), before);
+        return;
+    }
+    // A sort by a text compares the packed first letters, and the rows only where they agree.
+    struct Keyed {
+        bool null;
+        std::uint64_t prefix;
+        int row;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(rows.size());
+    for (int row : rows)
+        keyed.push_back(
+            {t.isNull(row, first.column), foldedPrefix(t.text(row, first.column)), row});
+    std::stable_sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) {
+        if (a.null != b.null || a.prefix != b.prefix) {
+            const bool less = a.null != b.null ? a.null : a.prefix < b.prefix;
+            return first.descending ? !less : less;
+        }
+        return before(a.row, b.row);
     });
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i] = keyed[i].row;
 }
 
 // The kept rows are found by the table and its set of columns, whatever their order.
@@ -269,25 +303,51 @@ void Cursor::addNew() {
     pending_.clear();
 }
 
+const std::optional<WriteRules>& Cursor::writeRules() {
+    if (!writeRules_) {
+        // An engine that cannot tell them (an older SQLite) leaves every write read back.
+        try {
+            writeRules_ = file_->writeRules(tableName_, namesOf(*table_));
+        } catch (const VbError&) {
+            writeRules_.emplace();
+        }
+    }
+    return *writeRules_;
+}
+
 void Cursor::update() {
     if (edit_ == Edit::None) return;
     closeGap();
     int row = view_[pos_];
     std::vector<std::string> names;
+    std::vector<int> columns;
     std::vector<StoredValue> values;
     for (const auto& [c, v] : pending_) {
         names.push_back(table_->column(c).name);
+        columns.push_back(c);
         values.push_back(toStored(table_->column(c).kind, v));
     }
     bool exact = exactBeforeWrite();
+    const std::optional<WriteRules>& rules = writeRules();
     if (edit_ == Edit::Add) {
-        // The row as the file now holds it comes back from the insert: the file fills in
-        // the key and the defaults.
-        std::int64_t rowid =
-            file_->insert(tableName_, names, values, namesOf(*table_), [&](sqlite3_stmt* stmt) {
-                for (int c = 0; c < table_->columnCount(); ++c)
-                    changing().setStored(row, c, SqliteFile::column(stmt, c));
-            });
+        // The row as the file now holds it: the file fills in the key and the defaults. When
+        // the table's rules tell what it made of each value, the row is not read back.
+        std::int64_t rowid = 0;
+        std::optional<std::vector<StoredValue>> stored;
+        if (rules) stored = rules->added(columns, values);
+        if (stored) {
+            rowid = file_->insert(tableName_, names, values);
+            for (int c = 0; c < table_->columnCount(); ++c) {
+                if (rules->columns[c].key) (*stored)[c].i = rowid;
+                changing().setStored(row, c, (*stored)[c]);
+            }
+        } else {
+            rowid =
+                file_->insert(tableName_, names, values, namesOf(*table_), [&](sqlite3_stmt* stmt) {
+                    for (int c = 0; c < table_->columnCount(); ++c)
+                        changing().setStored(row, c, SqliteFile::column(stmt, c));
+                });
+        }
         changing().setRowid(row, rowid);
         std::vector<int> indexed;
         for (const auto& entry : indexes_)
@@ -297,18 +357,24 @@ void Cursor::update() {
     } else {
         // What the file made of each value (a column's type may turn a text into a number)
         // tells whether the rows in memory still equal the file's.
-        std::vector<StoredValue> stored;
-        file_->update(tableName_, table_->rowid(row), names, values, names,
-                      [&](sqlite3_stmt* stmt) {
-                          for (std::size_t i = 0; i < names.size(); ++i)
-                              stored.push_back(SqliteFile::column(stmt, static_cast<int>(i)));
-                      });
+        std::optional<std::vector<StoredValue>> stored;
+        if (rules) stored = rules->updated(columns, values);
+        if (stored) {
+            file_->update(tableName_, table_->rowid(row), names, values);
+        } else {
+            stored.emplace();
+            file_->update(tableName_, table_->rowid(row), names, values, names,
+                          [&](sqlite3_stmt* stmt) {
+                              for (std::size_t i = 0; i < names.size(); ++i)
+                                  stored->push_back(SqliteFile::column(stmt, static_cast<int>(i)));
+                          });
+        }
         for (std::size_t i = 0; i < pending_.size(); ++i) {
             const auto& [c, v] = pending_[i];
             unlinkFromIndex(c, pos_);
             changing().set(row, c, v);
             linkIntoIndex(c, pos_);
-            exact = exact && i < stored.size() && table_->holdsStored(row, c, stored[i]);
+            exact = exact && i < stored->size() && table_->holdsStored(row, c, (*stored)[i]);
         }
     }
     edit_ = Edit::None;

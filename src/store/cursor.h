@@ -12,6 +12,7 @@
 #include "store/row_table.h"
 #include "store/sqlite_file.h"
 #include "store/statement.h"
+#include "store/write_rules.h"
 
 // The engine under both kinds of record set: the rows of one statement held in memory, a
 // view of them (filtered and sorted), a position in that view and the pending edit of the
@@ -117,6 +118,10 @@ class Cursor {
 
     Edit edit_ = Edit::None;
     std::vector<std::pair<int, Variant>> pending_;
+    // How the table takes writes, read at the first one: what a write left in the file
+    // then needs no reading back.
+    std::optional<std::optional<WriteRules>> writeRules_;
+    const std::optional<WriteRules>& writeRules();
     long positionBeforeAdd_ = -1;
 
     // Positions in the view by value of one column: a flat hash table whose chains run in

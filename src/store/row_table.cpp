@@ -1,5 +1,6 @@
 #include "store/row_table.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -103,10 +104,33 @@ std::optional<Variant> fitTo(ColumnKind kind, const Variant& v) {
     wrongType();
 }
 
+RowTable::Block::Block() {
+    std::fill(std::begin(nulls), std::end(nulls), ~std::uint64_t{0});
+}
+
+void RowTable::Column::put(int row, std::uint64_t bits, bool null) {
+    // A Null written over a Null changes nothing, and leaves a shared block shared.
+    if (null && bits == 0 && isNull(row) && cell(row) == 0) return;
+    std::shared_ptr<Block>& block = blocks[row >> BlockShift];
+    if (block.use_count() > 1) block = std::make_shared<Block>(*block);
+    const int r = row & (BlockRows - 1);
+    block->cells[r] = bits;
+    const std::uint64_t bit = std::uint64_t{1} << (r & 63);
+    if (null)
+        block->nulls[r >> 6] |= bit;
+    else
+        block->nulls[r >> 6] &= ~bit;
+}
+
+const std::shared_ptr<RowTable::Block>& RowTable::nullBlock() {
+    static const std::shared_ptr<Block> nulls = std::make_shared<Block>();
+    return nulls;
+}
+
 RowTable::RowTable(std::vector<ColumnInfo> columns) {
     columns_.reserve(columns.size());
     for (auto& info : columns)
-        columns_.push_back(std::make_shared<Column>(Column{std::move(info), {}, {}, {}, {}}));
+        columns_.push_back(std::make_shared<Column>(Column{std::move(info), {}, {}, {}}));
 }
 
 std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& columns) const {
@@ -120,6 +144,8 @@ std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& colum
     }
     const bool whole = kept.size() == rowids_.size();
     RowTable copy({});
+    for (int row : kept)
+        copy.appendRow(rowids_[row]);
     copy.columns_.reserve(columns.size());
     for (const auto& info : columns) {
         const int c = columnOf(info.name);
@@ -129,21 +155,19 @@ std::optional<RowTable> RowTable::reordered(const std::vector<ColumnInfo>& colum
             // Shared until either table changes the column.
             copy.columns_.push_back(columns_[c]);
         } else {
-            Column to{from.info, {}, {}, from.arena, {}};
-            to.cells.reserve(kept.size());
-            to.nulls.reserve(kept.size());
-            for (int row : kept) {
+            Column to{from.info, {}, from.arena, {}};  // the texts shared
+            to.blocks.resize((kept.size() + BlockRows - 1) / BlockRows);
+            for (auto& block : to.blocks)
+                block = nullBlock();
+            for (std::size_t i = 0; i < kept.size(); ++i) {
+                const int row = kept[i];
                 if (!from.overflowed.empty() && from.overflowed.count(row))
-                    to.overflowed.insert(static_cast<int>(to.cells.size()));
-                to.cells.push_back(from.cells[row]);
-                to.nulls.push_back(from.nulls[row]);
+                    to.overflowed.insert(static_cast<int>(i));
+                to.put(static_cast<int>(i), from.cell(row), from.isNull(row));
             }
             copy.columns_.push_back(std::make_shared<Column>(std::move(to)));
         }
     }
-    for (int row : kept)
-        copy.rowids_.push_back(rowids_[row]);
-    copy.deleted_.assign(kept.size(), false);
     return copy;
 }
 
@@ -152,16 +176,21 @@ bool RowTable::holdsStored(int row, int c, const StoredValue& v) const {
     // The usual case, a text kept as text, without reading the value into a cell.
     const bool overflowed = !col.overflowed.empty() && col.overflowed.count(row);
     if (col.info.kind == ColumnKind::Text && v.type == StoredValue::Type::Text)
-        return !col.nulls[row] && !overflowed && text(row, c) == v.text;
-    if (v.type == StoredValue::Type::Null) return col.nulls[row] && !overflowed;
-    RowTable read({col.info});
-    read.appendRow(0);
-    read.setStored(0, 0, v);
-    const Column& fresh = *read.columns_[0];
-    if (fresh.nulls[0] != col.nulls[row] || !fresh.overflowed.empty() != overflowed) return false;
-    if (col.nulls[row]) return true;
-    if (col.info.kind == ColumnKind::Text) return read.text(0, 0) == text(row, c);
-    return fresh.cells[0] == col.cells[row];
+        return !col.isNull(row) && !overflowed && text(row, c) == v.text;
+    if (v.type == StoredValue::Type::Null) return col.isNull(row) && !overflowed;
+    // The value read into a cell of one row of its own, made once and used again.
+    thread_local Column read{{}, {std::make_shared<Block>()}, {}, {}};
+    read.info = col.info;
+    read.arena.clear();
+    read.overflowed.clear();
+    storeValue(read, 0, v);
+    if (read.isNull(0) != col.isNull(row) || !read.overflowed.empty() != overflowed) return false;
+    if (col.isNull(row)) return true;
+    if (col.info.kind == ColumnKind::Text) {
+        const std::uint64_t a = read.cell(0), b = col.cell(row);
+        return read.textOf(a) == col.textOf(b);
+    }
+    return read.cell(0) == col.cell(row);
 }
 
 RowTable::Column& RowTable::own(int c) {
@@ -170,35 +199,40 @@ RowTable::Column& RowTable::own(int c) {
 }
 
 int RowTable::appendRow(std::int64_t rowid) {
-    for (int c = 0; c < columnCount(); ++c) {
-        Column& col = own(c);
-        col.cells.push_back(0);
-        col.nulls.push_back(true);
-    }
+    // A block's rows not added yet are Null already.
+    if (rows_ % BlockRows == 0)
+        for (int c = 0; c < columnCount(); ++c)
+            own(c).blocks.push_back(nullBlock());
     rowids_.push_back(rowid);
     deleted_.push_back(false);
-    return rowCount() - 1;
+    return rows_++;
 }
 
 void RowTable::setText(Column& col, int row, std::string_view s) {
-    if (col.arena.size() + s.size() > std::numeric_limits<std::uint32_t>::max())
-        throw VbError(7, "Out of memory");
-    std::uint64_t offset = col.arena.size();
-    col.arena.append(s);
-    col.cells[row] = offset << 32 | static_cast<std::uint32_t>(s.size());
-    col.nulls[row] = false;
+    // A piece takes texts up to its size; a longer text has a piece of its own.
+    constexpr std::size_t PieceBytes = 1 << 16;
+    if (s.size() > std::numeric_limits<std::uint32_t>::max()) throw VbError(7, "Out of memory");
+    if (col.arena.empty() || col.arena.back()->size() + s.size() > PieceBytes) {
+        if (col.arena.size() > 0xffff) throw VbError(7, "Out of memory");
+        col.arena.push_back(std::make_shared<std::string>());
+        // The first piece grows with what it holds, so that a small table stays small.
+        if (col.arena.size() > 1) col.arena.back()->reserve(std::max(PieceBytes, s.size()));
+    }
+    std::string& piece = *col.arena.back();
+    const std::uint64_t at = (col.arena.size() - 1) << 16 | piece.size();
+    piece.append(s);
+    col.put(row, at << 32 | static_cast<std::uint32_t>(s.size()), false);
 }
 
 std::string_view RowTable::text(int row, int c) const {
     const Column& col = *columns_[c];
-    if (col.nulls[row]) return {};
-    std::uint64_t cell = col.cells[row];
-    return std::string_view(col.arena).substr(cell >> 32, cell & 0xffffffffu);
+    if (col.isNull(row)) return {};
+    return col.textOf(col.cell(row));
 }
 
 double RowTable::number(int row, int c) const {
     const Column& col = *columns_[c];
-    std::uint64_t cell = col.cells[row];
+    std::uint64_t cell = col.cell(row);
     switch (col.info.kind) {
         case ColumnKind::Money:
             return static_cast<double>(static_cast<std::int64_t>(cell)) / 10000.0;
@@ -217,9 +251,9 @@ double RowTable::number(int row, int c) const {
 
 Variant RowTable::get(int row, int c) const {
     const Column& col = *columns_[c];
-    if (col.nulls[row]) return Variant::Null();
+    if (col.isNull(row)) return Variant::Null();
     if (!col.overflowed.empty() && col.overflowed.count(row)) throw VbError(vberr::Overflow);
-    std::uint64_t cell = col.cells[row];
+    std::uint64_t cell = col.cell(row);
     auto whole = static_cast<std::int64_t>(cell);
     switch (col.info.kind) {
         case ColumnKind::Text:
@@ -245,31 +279,21 @@ Variant RowTable::get(int row, int c) const {
 void RowTable::set(int row, int c, const Variant& v) {
     Column& col = own(c);
     if (!col.overflowed.empty()) col.overflowed.erase(row);
-    if (v.IsNull() || v.IsEmpty()) {
-        col.nulls[row] = true;
-        col.cells[row] = 0;
-        return;
-    }
+    if (v.IsNull() || v.IsEmpty()) return col.put(row, 0, true);
     switch (col.info.kind) {
         case ColumnKind::Text:
-            setText(col, row, v.Str());
-            return;
+            return setText(col, row, v.Str());
         case ColumnKind::Money:
-            col.cells[row] = static_cast<std::uint64_t>(v.CurrencyScaled());
-            break;
+            return setWhole(col, row, v.CurrencyScaled());
         case ColumnKind::YesNo:
-            col.cells[row] = v.BoolValue() ? static_cast<std::uint64_t>(-1) : 0;
-            break;
+            return setWhole(col, row, v.BoolValue() ? -1 : 0);
         case ColumnKind::Counter:
         case ColumnKind::Long:
-            col.cells[row] = static_cast<std::uint64_t>(static_cast<std::int64_t>(v.Number()));
-            break;
+            return setWhole(col, row, static_cast<std::int64_t>(v.Number()));
         case ColumnKind::Double:
         case ColumnKind::Date:
-            col.cells[row] = std::bit_cast<std::uint64_t>(v.Number());
-            break;
+            return col.put(row, std::bit_cast<std::uint64_t>(v.Number()), false);
     }
-    col.nulls[row] = false;
 }
 
 int RowTable::columnOf(std::string_view name) const {
@@ -281,53 +305,61 @@ int RowTable::columnOf(std::string_view name) const {
 void RowTable::reserve(std::size_t rows) {
     rowids_.reserve(rows);
     deleted_.reserve(rows);
-    for (int c = 0; c < columnCount(); ++c) {
-        own(c).cells.reserve(rows);
-        own(c).nulls.reserve(rows);
-    }
+    for (int c = 0; c < columnCount(); ++c)
+        own(c).blocks.reserve((rows + BlockRows - 1) / BlockRows);
 }
 
 void RowTable::shrink() {
     for (int c = 0; c < columnCount(); ++c)
-        own(c).arena.shrink_to_fit();
+        if (!columns_[c]->arena.empty()) columns_[c]->arena.back()->shrink_to_fit();
 }
 
 void RowTable::setStored(int row, int c, const StoredValue& v) {
+    storeValue(own(c), row, v);
+}
+
+void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
+    storeInteger(own(c), row, i);
+}
+
+void RowTable::setStoredReal(int row, int c, double r) {
+    storeReal(own(c), row, r);
+}
+
+void RowTable::setStoredText(int row, int c, std::string_view text) {
+    storeText(own(c), row, text);
+}
+
+void RowTable::storeValue(Column& col, int row, const StoredValue& v) {
     switch (v.type) {
         case StoredValue::Type::Null:
-            set(row, c, Variant::Null());
-            break;
+            if (!col.overflowed.empty()) col.overflowed.erase(row);
+            return col.put(row, 0, true);
         case StoredValue::Type::Integer:
-            setStoredInteger(row, c, v.i);
-            break;
+            return storeInteger(col, row, v.i);
         case StoredValue::Type::Real:
-            setStoredReal(row, c, v.r);
-            break;
+            return storeReal(col, row, v.r);
         case StoredValue::Type::Text:
-            setStoredText(row, c, v.text);
-            break;
+            return storeText(col, row, v.text);
     }
 }
 
 void RowTable::setOverflowed(Column& col, int row, bool negative) {
     if (col.info.kind == ColumnKind::Double || col.info.kind == ColumnKind::Date) {
         const double limit = std::numeric_limits<double>::max();
-        col.cells[row] = std::bit_cast<std::uint64_t>(negative ? -limit : limit);
+        col.put(row, std::bit_cast<std::uint64_t>(negative ? -limit : limit), false);
     } else {
         const std::int64_t limit = std::numeric_limits<std::int64_t>::max();
-        col.cells[row] = static_cast<std::uint64_t>(negative ? -limit : limit);
+        col.put(row, static_cast<std::uint64_t>(negative ? -limit : limit), false);
     }
-    col.nulls[row] = false;
     col.overflowed.insert(row);
 }
 
 void RowTable::setWhole(Column& col, int row, std::int64_t value) {
-    col.cells[row] = static_cast<std::uint64_t>(value);
-    col.nulls[row] = false;
+    col.put(row, static_cast<std::uint64_t>(value), false);
 }
 
-void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
-    Column& col = own(c);
+void RowTable::storeInteger(Column& col, int row, std::int64_t i) {
     const auto r = static_cast<double>(i);
     switch (col.info.kind) {
         case ColumnKind::Text:
@@ -341,17 +373,14 @@ void RowTable::setStoredInteger(int row, int c, std::int64_t i) {
             return setWhole(col, row, i);
         case ColumnKind::Double:
         case ColumnKind::Date:
-            col.cells[row] = std::bit_cast<std::uint64_t>(r);
-            col.nulls[row] = false;
-            return;
+            return col.put(row, std::bit_cast<std::uint64_t>(r), false);
         case ColumnKind::Counter:
         case ColumnKind::YesNo:
             return setWhole(col, row, i);
     }
 }
 
-void RowTable::setStoredReal(int row, int c, double r) {
-    Column& col = own(c);
+void RowTable::storeReal(Column& col, int row, double r) {
     if (col.info.kind == ColumnKind::Text) return setText(col, row, CStr(Variant::Double(r)));
     if (!fitsKind(col.info.kind, r)) return setOverflowed(col, row, r < 0);
     switch (col.info.kind) {
@@ -360,16 +389,13 @@ void RowTable::setStoredReal(int row, int c, double r) {
             return setWhole(col, row, static_cast<std::int64_t>(std::nearbyint(r * 10000.0)));
         case ColumnKind::Double:
         case ColumnKind::Date:
-            col.cells[row] = std::bit_cast<std::uint64_t>(r);
-            col.nulls[row] = false;
-            return;
+            return col.put(row, std::bit_cast<std::uint64_t>(r), false);
         default:
             return setWhole(col, row, static_cast<std::int64_t>(std::nearbyint(r)));
     }
 }
 
-void RowTable::setStoredText(int row, int c, std::string_view text) {
-    Column& col = own(c);
+void RowTable::storeText(Column& col, int row, std::string_view text) {
     if (col.info.kind == ColumnKind::Text) return setText(col, row, text);
     double r = 0;
     try {
@@ -377,7 +403,7 @@ void RowTable::setStoredText(int row, int c, std::string_view text) {
     } catch (const VbError&) {
         return setOverflowed(col, row, text.find('-') != std::string_view::npos);
     }
-    setStoredReal(row, c, r);
+    storeReal(col, row, r);
 }
 
 StoredValue toStored(ColumnKind kind, const Variant& v) {
@@ -408,8 +434,11 @@ std::size_t RowTable::memoryBytes() const {
     std::size_t total = rowids_.capacity() * sizeof(std::int64_t) + deleted_.capacity() / 8;
     for (const auto& shared : columns_) {
         const Column& col = *shared;
-        total += col.cells.capacity() * sizeof(std::uint64_t) + col.nulls.capacity() / 8 +
-                 col.arena.capacity();
+        // A block shared with another table counts in both.
+        for (const auto& block : col.blocks)
+            total += block == nullBlock() ? 0 : sizeof(Block);
+        for (const auto& piece : col.arena)
+            total += piece->capacity();
     }
     return total;
 }

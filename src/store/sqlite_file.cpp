@@ -9,6 +9,7 @@
 #include "base/fold.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
+#include "store/write_rules.h"
 
 namespace {
 
@@ -437,6 +438,51 @@ void SqliteFile::update(const std::string& table, std::int64_t rowid,
     all.back().type = StoredValue::Type::Integer;
     all.back().i = rowid;
     write(sql, all, returned);
+}
+
+std::optional<WriteRules> SqliteFile::writeRules(const std::string& table,
+                                                 const std::vector<std::string>& columns) {
+    std::string realName;
+    tableColumns(table, &realName);
+    auto count = [&](const char* sql) {
+        std::unique_ptr<sqlite3_stmt, Finalizer> s(prepare(sql));
+        sqlite3_bind_text(s.get(), 1, realName.c_str(), -1, SQLITE_TRANSIENT);
+        return sqlite3_step(s.get()) == SQLITE_ROW ? sqlite3_column_int64(s.get(), 0) : 1;
+    };
+    if (count("SELECT count(*) FROM sqlite_schema WHERE type='trigger' AND tbl_name=?1") > 0 ||
+        count("SELECT count(*) FROM pragma_table_list WHERE name=?1 AND strict") > 0 ||
+        count("SELECT count(*) FROM pragma_table_xinfo(?1) WHERE hidden<>0") > 0)
+        return std::nullopt;
+    std::unique_ptr<sqlite3_stmt, Finalizer> s(
+        prepare("SELECT name, type, pk, dflt_value FROM pragma_table_info(?1)"));
+    sqlite3_bind_text(s.get(), 1, realName.c_str(), -1, SQLITE_TRANSIENT);
+    struct Declared {
+        std::string name;
+        WriteRules::Column rule;
+    };
+    std::vector<Declared> declared;
+    int keys = 0;
+    while (sqlite3_step(s.get()) == SQLITE_ROW) {
+        Declared d;
+        d.name = std::string(columnText(s.get(), 0));
+        const std::string type(columnText(s.get(), 1));
+        d.rule.affinity = affinityOf(type);
+        d.rule.key = columnInt(s.get(), 2) == 1 && UCase(type) == "INTEGER";
+        keys += columnInt(s.get(), 2) > 0 ? 1 : 0;
+        if (std::optional<StoredValue> initial = literalDefault(column(s.get(), 3)))
+            d.rule.initial = storedAfter(d.rule.affinity, *initial);
+        declared.push_back(std::move(d));
+    }
+    WriteRules rules;
+    for (const auto& name : columns) {
+        auto it = std::find_if(declared.begin(), declared.end(),
+                               [&](const Declared& d) { return equalFolded(d.name, name); });
+        if (it == declared.end()) return std::nullopt;
+        rules.columns.push_back(it->rule);
+        // Only a single INTEGER PRIMARY KEY is the rowid itself.
+        if (keys != 1) rules.columns.back().key = false;
+    }
+    return rules;
 }
 
 void SqliteFile::remove(const std::string& table, std::int64_t rowid) {

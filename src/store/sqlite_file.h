@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -13,6 +14,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 class RowTable;
+struct WriteRules;
 
 // What a column holds, from its declared type in the file.
 enum class ColumnKind : std::uint8_t { Counter, Text, Long, Double, Money, YesNo, Date };
@@ -96,6 +98,11 @@ class SqliteFile {
                 const std::vector<std::string>& columns, const std::vector<StoredValue>& values,
                 const std::vector<std::string>& returning = {}, const Returned& returned = {});
     void remove(const std::string& table, std::int64_t rowid);
+    // How the table takes writes to these columns, so that a write need not read back what
+    // it wrote; nothing when that is not plain to tell (triggers, generated columns, a strict
+    // table, a column it does not have).
+    std::optional<WriteRules> writeRules(const std::string& table,
+                                         const std::vector<std::string>& columns);
 
     // A long run of writes (an import) is committed a group at a time: every GroupSpan of
     // writing or GroupRows writes, whichever comes first, and at endGroup. The file thus

@@ -211,3 +211,58 @@ TEST(KeptRowsOfADataControl, AValueTheFileStoresOtherwiseIsReadAsTheFileHoldsIt)
 }
 
 }  // namespace
+
+// Every field of every row, with its kind, as the set gives it.
+std::string typedRows(DaoRecordset& rs) {
+    std::string all;
+    rs.MoveFirst();
+    for (; !rs.Eof(); rs.MoveNext()) {
+        for (int i = 0; i < rs.FieldCount(); ++i) {
+            const Variant v = rs.GetValue(i);
+            all += std::to_string(static_cast<int>(v.Type())) + ":" +
+                   (v.IsNull() ? "Null" : CStr(v)) + ",";
+        }
+        all += ";";
+    }
+    return all;
+}
+
+TEST(KeptRowsOfADataControl, RowsWrittenWithoutReadingThemBackAreWhatAFreshReadGives) {
+    TempCatalogue cat;
+    cat.sql(
+        "CREATE TABLE Kinds (ID INTEGER PRIMARY KEY, Name TEXT DEFAULT 'none', Amount MONEY, "
+        "Ratio DOUBLE DEFAULT 2, Count LONG DEFAULT -3, Yes YESNO DEFAULT 0, Day DATETIME, "
+        "Memo LONGTEXT DEFAULT NULL); INSERT INTO Kinds (Name, Amount) VALUES ('first', 1.25)");
+    auto data = CreateDataControl();
+    data->SetDatabaseName(cat.path());
+    data->SetRecordSource("Kinds");
+    data->Refresh();
+    DaoRecordset& rs = data->Recordset();
+    {
+        WriteGroup group(*data);
+        rs.AddNew();
+        rs.SetValue("Amount", Variant("5"));
+        rs.SetValue("Ratio", Variant(7));
+        rs.SetValue("Day", Variant("2024-03-01"));
+        rs.Update();
+        rs.AddNew();
+        rs.SetValue("Name", Variant("third"));
+        rs.SetValue("Yes", Variant(true));
+        rs.SetValue("Count", Variant("12"));
+        rs.SetValue("Amount", Variant(-0.0));
+        rs.Update();
+        rs.MoveFirst();
+        rs.Edit();
+        rs.SetValue("Amount", Variant("3.0"));
+        rs.SetValue("Ratio", Variant("0.5"));
+        rs.SetValue("Memo", Variant("a note"));
+        rs.Update();
+    }
+    const std::string kept = typedRows(rs);
+    // Another program's write makes the next refresh read every row from the file.
+    ASSERT_EQ(std::system(("sqlite3 '" + cat.path() + "' \"CREATE TABLE Other (A)\"").c_str()), 0);
+    data->Refresh();
+    EXPECT_EQ(typedRows(data->Recordset()), kept);
+    EXPECT_EQ(cat.query("SELECT typeof(Amount) || typeof(Ratio) || Count || Name FROM Kinds"),
+              "integerreal-3first|integerreal-3none|integerreal12third");
+}

@@ -185,6 +185,27 @@ TEST_F(Three, SortTakesSeveralColumnsAndDesc) {
     EXPECT_EQ(stock(), "b200");
 }
 
+TEST(SortByText, TextsAlikeInTheirFirstLettersAndNullsSortAsWholeTextsIgnoringCase) {
+    TempCatalogue cat;
+    cat.sql(
+        "INSERT INTO Products (StockNo, ProdName) VALUES ('ABCDEFGHZ', '1'), ('abcdefgha', '2'), "
+        "(NULL, '3'), ('ABCDEFGH', '4'), ('abc', '5'), ('ABCDEFGHA', '6'), ('', '7'), "
+        "('b', '8')");
+    auto conn = cat.connect();
+    auto rs = cat.open(StatementA, *conn);
+    auto order = [&](const std::string& sort) {
+        rs->SetSort(sort);
+        std::string names;
+        for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext())
+            names += CStr(rs->Fields("ProdName").Value());
+        return names;
+    };
+    // Equal texts keep the order they were read in, either way.
+    EXPECT_EQ(order("StockNo"), "37542618");
+    EXPECT_EQ(order("StockNo Desc"), "81264573");
+    EXPECT_EQ(order("StockNo, ProdName Desc"), "37546218");
+}
+
 TEST_F(Three, SortStaysWhenTheFilterChanges) {
     rs->SetSort("StockNo Desc");
     rs->SetFilter("[Category] = 'Paint'");
