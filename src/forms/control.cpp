@@ -121,21 +121,21 @@ Variant Control::Property(std::string_view name) const {
     return it->second.value;
 }
 
-void Control::SetProperty(std::string_view name, const Variant& value) {
+void Control::SetProperty(std::string_view name, Variant value) {
     auto it = props_.find(name);
     if (it == props_.end())
         throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
     const std::string& key = it->first;  // a map entry stays where it is
     Variant& current = it->second.value;
     const Role role = it->second.role;
-    Variant stored = value;
+    Variant stored = std::move(value);
     // Each property keeps its kind: a text stays a text, a number a number.
     if (current.IsString()) {
-        if (!value.IsString()) stored = Variant(textOf(value));
+        if (!stored.IsString()) stored = Variant(textOf(stored));
     } else if (current.Type() == VarType::Boolean)
-        stored = Variant(CBool(value));
-    else if (current.IsNumberKind() && !value.IsNumberKind())
-        stored = Variant::Double(CDbl(value));
+        stored = Variant(CBool(stored));
+    else if (current.IsNumberKind() && !stored.IsNumberKind())
+        stored = Variant::Double(CDbl(stored));
     const bool folderPath = role == Role::Path && isFolderList();
     if (folderPath) stored = Variant(FileLists::folderPath(textOf(stored)));
     if (role == Role::Drive) stored = Variant(FileLists::driveOf(textOf(stored)));

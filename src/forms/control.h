@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "base/fold.h"
@@ -69,13 +70,13 @@ class Control {
     bool HasProperty(std::string_view name) const;
     // 438 for a property the control does not have.
     Variant Property(std::string_view name) const;
-    void SetProperty(std::string_view name, const Variant& value);
+    void SetProperty(std::string_view name, Variant value);
 
     // The common properties, typed.
     std::string Caption() const;
-    void SetCaption(const std::string& s) { SetProperty("Caption", Variant(s)); }
+    void SetCaption(std::string s) { SetProperty("Caption", Variant(std::move(s))); }
     std::string Text() const;
-    void SetText(const std::string& s) { SetProperty("Text", Variant(s)); }
+    void SetText(std::string s) { SetProperty("Text", Variant(std::move(s))); }
     Variant Value() const { return Property("Value"); }
     void SetValue(const Variant& v) { SetProperty("Value", v); }
     bool Visible() const;

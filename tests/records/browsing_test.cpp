@@ -4,8 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "base/convert.h"
+#include "base/trap.h"
 #include "program_fixture.h"
+#include "records/data_control.h"
 #include "records/pane.h"
+#include "shell/errhandler.h"
 #include "shell/module.h"
 
 namespace {
@@ -125,6 +129,25 @@ TEST_F(Browsing, AfterAFilterShrinksTheListTheSliderMaximumFollowsAtTheNextMove)
     f->cmdNext_Click();
     EXPECT_EQ((*f)("Slider1").Num("Max"), 2);
     EXPECT_EQ(status(), "Record: 2  of  2");
+}
+
+TEST_F(Browsing, TheCategoryBoxShowsTheFieldNumberedByThePageAndAMissReportsTheFault) {
+    addProduct("A1", "", "PageNo", "'2'");
+    addProduct("B2", "", "PageNo", "'999'");
+    f = &start();
+    const std::string shown = textOf(f->Data1->Recordset().GetValue(2));
+    EXPECT_EQ((*f)("Text2").Text(), shown);
+    std::vector<std::string> trace;
+    setErrorTrace([&](const std::string& line) { trace.push_back(line); });
+    f->cmdNext_Click();
+    setErrorTrace(nullptr);
+    EXPECT_EQ(trace, std::vector<std::string>{
+                         "Error - 3265\r\n  In  (Form) Products::Sub adoPrimaryRS_MoveComplete"});
+    EXPECT_EQ(Err().Number, 3265);
+    EXPECT_EQ(Err().Description, vbErrorDescription(3265));
+    EXPECT_EQ((*f)("Text2").Text(), shown);   // left as it was
+    EXPECT_EQ(status(), "Record: 2  of  2");  // the rest of the move went on
+    EXPECT_EQ(location(), appDir() + "page.htm");
 }
 
 TEST_F(Browsing, TheGridFollowsTheCurrentRecord) {
