@@ -131,21 +131,27 @@ TEST_F(Browsing, AfterAFilterShrinksTheListTheSliderMaximumFollowsAtTheNextMove)
     EXPECT_EQ(status(), "Record: 2  of  2");
 }
 
-TEST_F(Browsing, TheCategoryBoxShowsTheFieldNumberedByThePageAndAMissReportsTheFault) {
-    addProduct("A1", "", "PageNo", "'2'");
+// The category box reads the field of Data1 numbered by the product's page: a field past
+// the set's is "not found" (3265), checked before the current record (3021).
+TEST_F(Browsing, TheCategoryBoxReportsAMissingFieldBeforeAMissingRecord) {
+    addProduct("A1", "", "PageNo", "'1'");
     addProduct("B2", "", "PageNo", "'999'");
     f = &start();
-    const std::string shown = textOf(f->Data1->Recordset().GetValue(2));
-    EXPECT_EQ((*f)("Text2").Text(), shown);
+    // The web catalogue's run opens Data1 on the categories this way; here there are none.
+    f->Data1->SetRecordSource("Category");
+    f->Data1->Refresh();
+    const std::string tag = "\r\n  In  (Form) Products::Sub adoPrimaryRS_MoveComplete";
     std::vector<std::string> trace;
     setErrorTrace([&](const std::string& line) { trace.push_back(line); });
+    f->cmdFirst_Click();
+    EXPECT_EQ(trace, std::vector<std::string>{"Error - 3021" + tag});
+    trace.clear();
     f->cmdNext_Click();
     setErrorTrace(nullptr);
-    EXPECT_EQ(trace, std::vector<std::string>{
-                         "Error - 3265\r\n  In  (Form) Products::Sub adoPrimaryRS_MoveComplete"});
+    EXPECT_EQ(trace, std::vector<std::string>{"Error - 3265" + tag});
     EXPECT_EQ(Err().Number, 3265);
     EXPECT_EQ(Err().Description, vbErrorDescription(3265));
-    EXPECT_EQ((*f)("Text2").Text(), shown);   // left as it was
+    EXPECT_EQ((*f)("Text2").Text(), "");
     EXPECT_EQ(status(), "Record: 2  of  2");  // the rest of the move went on
     EXPECT_EQ(location(), appDir() + "page.htm");
 }
