@@ -14,3 +14,11 @@ inline double processorSeconds() {
     auto seconds = [](const timeval& t) { return t.tv_sec + t.tv_usec / 1e6; };
     return own.tv_sec + own.tv_nsec / 1e9 + seconds(children.ru_utime) + seconds(children.ru_stime);
 }
+
+// The part of this process's processor time spent in the kernel on its behalf (system
+// calls, page faults), in seconds.
+inline double kernelSeconds() {
+    rusage own{};
+    getrusage(RUSAGE_SELF, &own);
+    return own.ru_stime.tv_sec + own.ru_stime.tv_usec / 1e6;
+}

@@ -42,3 +42,23 @@ inline std::uint64_t hashFolded(std::string_view s) {
         h = (h ^ foldChar(c)) * 1099511628211ull;
     return h;
 }
+
+// Hash and equality ignoring the case of A-Z, for unordered containers of names that are
+// looked up by a string_view without making a folded copy. The hash sets bit 5 of every
+// byte, which A-Z folding never tells apart; names are nearly always written as they were
+// defined, so equality tries the plain compare first.
+struct FoldedHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view s) const {
+        std::uint64_t h = 1469598103934665603ull;
+        for (char c : s)
+            h = (h ^ (static_cast<unsigned char>(c) | 0x20u)) * 1099511628211ull;
+        return static_cast<std::size_t>(h);
+    }
+};
+struct FoldedEqual {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const {
+        return a == b || equalFolded(a, b);
+    }
+};

@@ -92,7 +92,16 @@ long InStr(std::string_view haystack, std::string_view needle) {
 }
 
 long InStrText(long start, std::string_view haystack, std::string_view needle) {
-    return InStr(start, LCase(haystack), LCase(needle));
+    // InStr on both texts folded, into buffers kept between calls: a page's every template
+    // line is searched for each marker.
+    thread_local std::string foldedHaystack, foldedNeedle;
+    auto fold = [](std::string& into, std::string_view s) {
+        into.assign(s);
+        for (char& c : into)
+            c = foldChar(c);
+        return std::string_view(into);
+    };
+    return InStr(start, fold(foldedHaystack, haystack), fold(foldedNeedle, needle));
 }
 
 long InStrText(std::string_view haystack, std::string_view needle) {
@@ -163,6 +172,17 @@ std::string RTrim(std::string_view s) {
 
 std::string Trim(std::string_view s) {
     return LTrim(RTrim(s));
+}
+
+std::string Concat(std::initializer_list<std::string_view> parts) {
+    std::size_t size = 0;
+    for (std::string_view part : parts)
+        size += part.size();
+    std::string out;
+    out.reserve(size);
+    for (std::string_view part : parts)
+        out.append(part);
+    return out;
 }
 
 std::string Replace(std::string_view s, std::string_view find, std::string_view with) {

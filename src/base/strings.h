@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,9 @@ std::string LCase(std::string_view s);  // A-Z only
 std::string Trim(std::string_view s);   // blanks only
 std::string LTrim(std::string_view s);
 std::string RTrim(std::string_view s);
+
+// The parts joined, in one allocation.
+std::string Concat(std::initializer_list<std::string_view> parts);
 
 // Every occurrence of find, left to right without overlap; an empty find changes nothing.
 std::string Replace(std::string_view s, std::string_view find, std::string_view with);

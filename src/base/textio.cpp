@@ -174,8 +174,14 @@ void TextFileWriter::open(const std::string& path, Mode mode) {
         if (fd < 0) throwOpenFault(errno, path, kPathFileAccessError);
         files.acquireWriter(fd, std::nullopt);
         fd_ = fd;
+    } else if (const int created = ::open(path.c_str(), flags | O_EXCL, 0666); created >= 0) {
+        // A file this open made is none of the open ones: nothing to check, nothing to
+        // empty, and its identity is learnt only if a later open asks.
+        files.acquireWriter(created, std::nullopt);
+        fd_ = created;
     } else {
         // Opened without truncating: a file that is already open must keep its contents.
+        // (Whatever stopped the creation, the plain open decides the fault.)
         const int fd = ::open(path.c_str(), flags, 0666);
         if (fd < 0) throwOpenFault(errno, path, kPathFileAccessError);
         std::size_t size = 0;
@@ -205,6 +211,13 @@ void TextFileWriter::write(std::string_view text) {
 
 void TextFileWriter::printLine(std::string_view line) {
     write(line);
+    write("\r\n");
+}
+
+void TextFileWriter::printLine(std::initializer_list<std::string_view> parts) {
+    if (fd_ < 0) throw VbError(vberr::BadFileNameOrNumber);
+    for (std::string_view part : parts)
+        buffer_.append(part);
     write("\r\n");
 }
 

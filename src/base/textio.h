@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -32,6 +33,8 @@ class TextFileWriter {
 
     // Print #n, line
     void printLine(std::string_view line);
+    // Print #n, a; b; c: the parts, then the line end, with no text joined on the way.
+    void printLine(std::initializer_list<std::string_view> parts);
     // Print #n, value: the value in its print form, then the line end.
     void printValue(const Variant& v);
     // Text with no line end (Print #n, text;).

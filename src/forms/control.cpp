@@ -48,64 +48,64 @@ bool NoCase::operator()(std::string_view a, std::string_view b) const {
 
 Control::Control(Form& form, std::string name, ControlKind kind, int index)
     : form_(form), name_(std::move(name)), kind_(kind), index_(index) {
-    props_["Visible"] = Variant(true);
-    props_["Enabled"] = Variant(true);
+    define("Visible", Variant(true));
+    define("Enabled", Variant(true));
     for (const char* n : {"Left", "Top", "Width", "Height"})
-        props_[n] = Variant::Double(0);
-    props_["Tag"] = Variant("");
-    props_["ToolTipText"] = Variant("");
-    props_["BackColor"] = Variant::Long(0xFFFFFF);
-    props_["ForeColor"] = Variant::Long(0);
-    props_["ZOrder"] = Variant(0);
-    props_["Container"] = Variant("");
+        define(n, Variant::Double(0));
+    define("Tag", Variant(""));
+    define("ToolTipText", Variant(""));
+    define("BackColor", Variant::Long(0xFFFFFF));
+    define("ForeColor", Variant::Long(0));
+    define("ZOrder", Variant(0));
+    define("Container", Variant(""));
     // 0 manual, 1 automatic: a press of the left button starts dragging the control.
-    if (kind != ControlKind::Menu) props_["DragMode"] = Variant::Integer(0);
+    if (kind != ControlKind::Menu) define("DragMode", Variant::Integer(0));
     // Where the Tab key takes the focus next; the form numbers its controls as it adds them.
-    if (kind != ControlKind::Menu) props_["TabIndex"] = Variant::Integer(0);
-    if (hasCaption(kind)) props_["Caption"] = Variant("");
-    if (hasText(kind)) props_["Text"] = Variant("");
+    if (kind != ControlKind::Menu) define("TabIndex", Variant::Integer(0));
+    if (hasCaption(kind)) define("Caption", Variant(""));
+    if (hasText(kind)) define("Text", Variant(""));
     if (kind == ControlKind::TextBox) {
-        props_["SelStart"] = Variant(0);
-        props_["SelLength"] = Variant(0);
+        define("SelStart", Variant(0));
+        define("SelLength", Variant(0));
     }
-    if (hasList(kind)) props_["ListIndex"] = Variant(-1);
+    if (hasList(kind)) define("ListIndex", Variant(-1));
     switch (kind) {
         case ControlKind::CheckBox:
-            props_["Value"] = Variant::Integer(0);
+            define("Value", Variant::Integer(0));
             break;
         case ControlKind::OptionButton:
-            props_["Value"] = Variant(false);
+            define("Value", Variant(false));
             break;
         case ControlKind::Menu:
-            props_["Checked"] = Variant(false);
+            define("Checked", Variant(false));
             break;
         case ControlKind::CommandButton:
             // Enter anywhere on the form clicks the default button, Escape the cancel one.
-            props_["Default"] = Variant(false);
-            props_["Cancel"] = Variant(false);
+            define("Default", Variant(false));
+            define("Cancel", Variant(false));
             break;
         case ControlKind::Label:
-            props_["LinkItem"] = Variant("");  // what a label is linked to, as text
+            define("LinkItem", Variant(""));  // what a label is linked to, as text
             break;
         case ControlKind::Slider:
-            props_["Value"] = Variant(0);
-            props_["Min"] = Variant(0);
-            props_["Max"] = Variant(10);
+            define("Value", Variant(0));
+            define("Min", Variant(0));
+            define("Max", Variant(10));
             break;
         case ControlKind::FileList:
-            props_["Pattern"] = Variant("*.*");
-            props_["FileName"] = Variant("");
+            define("Pattern", Variant("*.*"));
+            define("FileName", Variant(""));
             [[fallthrough]];
         case ControlKind::DirList:
-            props_["Path"] = Variant("");
+            define("Path", Variant(""));
             break;
         case ControlKind::DriveList:
-            props_["Drive"] = Variant(FileLists::driveOf(""));
+            define("Drive", Variant(FileLists::driveOf("")));
             items_ = FileLists::drives();
             selected_.assign(items_.size(), false);
             break;
         case ControlKind::DataGrid:
-            props_["Row"] = Variant(0);
+            define("Row", Variant(0));
             break;
         default:
             break;
@@ -125,51 +125,55 @@ Variant Control::Property(std::string_view name) const {
     auto it = props_.find(name);
     if (it == props_.end())
         throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
-    return it->second;
+    return it->second.value;
 }
 
-void Control::SetProperty(std::string_view name, const Variant& value) {
+void Control::SetProperty(std::string_view name, Variant value) {
     auto it = props_.find(name);
     if (it == props_.end())
         throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
     const std::string& key = it->first;  // a map entry stays where it is
-    Variant stored = value;
+    Variant& current = it->second.value;
+    const Role role = it->second.role;
+    Variant stored = std::move(value);
     // Each property keeps its kind: a text stays a text, a number a number.
-    if (it->second.IsString())
-        stored = Variant(textOf(value));
-    else if (it->second.Type() == VarType::Boolean)
-        stored = Variant(CBool(value));
-    else if (it->second.IsNumberKind() && !value.IsNumberKind())
-        stored = Variant::Double(CDbl(value));
-    if (isFolderPath(key)) stored = Variant(FileLists::folderPath(textOf(stored)));
-    if (key == "Drive") stored = Variant(FileLists::driveOf(textOf(stored)));
-    if (key == "ListIndex") {
+    if (current.IsString()) {
+        if (!stored.IsString()) stored = Variant(textOf(stored));
+    } else if (current.Type() == VarType::Boolean)
+        stored = Variant(CBool(stored));
+    else if (current.IsNumberKind() && !stored.IsNumberKind())
+        stored = Variant::Double(CDbl(stored));
+    const bool folderPath = role == Role::Path && isFolderList();
+    if (folderPath) stored = Variant(FileLists::folderPath(textOf(stored)));
+    if (role == Role::Drive) stored = Variant(FileLists::driveOf(textOf(stored)));
+    if (role == Role::ListIndex) {
         int i = static_cast<int>(stored.Number());
         if (i < lowestListIndex() || i >= ListCount())
             throw VbError(InvalidPropertyValue, "Invalid property value");
         stored = Variant(i);
     }
-    bool changed =
-        !(it->second == stored) && !(it->second.IsNumberKind() && stored.IsNumberKind() &&
-                                     it->second.Number() == stored.Number());
-    it->second = stored;
-    if (changed && (isFolderPath(key) || (key == "Pattern" && kind_ == ControlKind::FileList)))
+    const bool changed =
+        !(current == stored) &&
+        !(current.IsNumberKind() && stored.IsNumberKind() && current.Number() == stored.Number());
+    const bool selects = stored.BoolValue();
+    current = std::move(stored);
+    if (changed && (folderPath || (role == Role::Pattern && kind_ == ControlKind::FileList)))
         readFolder();
-    if (key == "ListIndex" && kind_ == ControlKind::ComboBox)
-        props_["Text"] = Variant(List(ListIndex()));
-    if (key == "ListIndex" && kind_ == ControlKind::FileList)
-        props_["FileName"] = Variant(List(ListIndex()));
+    if (role == Role::ListIndex && kind_ == ControlKind::ComboBox)
+        slot("Text") = Variant(List(ListIndex()));
+    if (role == Role::ListIndex && kind_ == ControlKind::FileList)
+        slot("FileName") = Variant(List(ListIndex()));
     notify(key);
-    if (key == "Text" && changed)
+    if (role == Role::Text && changed)
         Raise("Change");
-    else if (key == "ListIndex" && changed)
+    else if (role == Role::ListIndex && changed)
         Raise("Click");
-    else if (key == "Value" && kind_ == ControlKind::CheckBox && changed)
+    else if (role == Role::Value && kind_ == ControlKind::CheckBox && changed)
         Raise("Click");
-    else if (key == "Value" && kind_ == ControlKind::OptionButton && stored.BoolValue()) {
+    else if (role == Role::Value && kind_ == ControlKind::OptionButton && selects) {
         unselectGroup();
         Raise("Click");
-    } else if ((key == "Path" || key == "Pattern" || key == "Drive") && changed)
+    } else if ((role == Role::Path || role == Role::Pattern || role == Role::Drive) && changed)
         Raise("Change");
 }
 
@@ -194,7 +198,7 @@ std::string Control::Container() const {
 
 std::string Control::List(int i) const {
     if (kind_ == ControlKind::DirList && i < 0)
-        return FileLists::ancestor(textOf(props_.at("Path")), -i - 1);
+        return FileLists::ancestor(textOf(props_.at("Path").value), -i - 1);
     return i >= 0 && i < ListCount() ? items_[i] : std::string();
 }
 
@@ -215,14 +219,14 @@ void Control::RemoveItem(int i) {
     if (i < 0 || i >= ListCount()) throw VbError(InvalidPropertyValue, "Invalid property value");
     items_.erase(items_.begin() + i);
     selected_.erase(selected_.begin() + i);
-    if (ListIndex() >= ListCount()) props_["ListIndex"] = Variant(-1);
+    if (ListIndex() >= ListCount()) slot("ListIndex") = Variant(-1);
     notify("List");
 }
 
 void Control::Clear() {
     items_.clear();
     selected_.clear();
-    if (props_.count("ListIndex")) props_["ListIndex"] = Variant(-1);
+    if (props_.count("ListIndex")) slot("ListIndex") = Variant(-1);
     notify("List");
 }
 
@@ -239,7 +243,7 @@ void Control::SetSelected(int i, bool on) {
 void Control::Refresh() {
     if (kind_ != ControlKind::FileList) return;
     readFolder();
-    props_["FileName"] = Variant("");
+    slot("FileName") = Variant("");
 }
 
 void Control::SetFocus() {
@@ -260,8 +264,19 @@ void Control::Raise(std::string_view event, EventArgs& args) {
     form_.RaiseEvent(*this, event, args);
 }
 
-bool Control::isFolderPath(std::string_view key) const {
-    return key == "Path" && (kind_ == ControlKind::DirList || kind_ == ControlKind::FileList);
+void Control::define(const char* name, Variant value) {
+    static const std::pair<std::string_view, Role> roles[] = {
+        {"Text", Role::Text}, {"ListIndex", Role::ListIndex}, {"Value", Role::Value},
+        {"Path", Role::Path}, {"Pattern", Role::Pattern},     {"Drive", Role::Drive},
+    };
+    Role role = Role::Plain;
+    for (const auto& [known, r] : roles)
+        if (known == name) role = r;
+    props_.insert_or_assign(name, Prop{std::move(value), role});
+}
+
+bool Control::isFolderList() const {
+    return kind_ == ControlKind::DirList || kind_ == ControlKind::FileList;
 }
 
 int Control::lowestListIndex() const {
@@ -273,11 +288,11 @@ int Control::lowestListIndex() const {
 }
 
 void Control::readFolder() {
-    const std::string folder = textOf(props_["Path"]);
+    const std::string folder = textOf(slot("Path"));
     items_ = kind_ == ControlKind::DirList ? FileLists::subfolders(folder)
-                                           : FileLists::files(folder, textOf(props_["Pattern"]));
+                                           : FileLists::files(folder, textOf(slot("Pattern")));
     selected_.assign(items_.size(), false);
-    props_["ListIndex"] = Variant(-1);
+    slot("ListIndex") = Variant(-1);
     notify("List");
 }
 

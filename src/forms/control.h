@@ -1,11 +1,14 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
-#include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "base/fold.h"
 #include "base/variant.h"
 
 class Form;
@@ -67,13 +70,13 @@ class Control {
     bool HasProperty(std::string_view name) const;
     // 438 for a property the control does not have.
     Variant Property(std::string_view name) const;
-    void SetProperty(std::string_view name, const Variant& value);
+    void SetProperty(std::string_view name, Variant value);
 
     // The common properties, typed.
     std::string Caption() const;
-    void SetCaption(const std::string& s) { SetProperty("Caption", Variant(s)); }
+    void SetCaption(std::string s) { SetProperty("Caption", Variant(std::move(s))); }
     std::string Text() const;
-    void SetText(const std::string& s) { SetProperty("Text", Variant(s)); }
+    void SetText(std::string s) { SetProperty("Text", Variant(std::move(s))); }
     Variant Value() const { return Property("Value"); }
     void SetValue(const Variant& v) { SetProperty("Value", v); }
     bool Visible() const;
@@ -121,8 +124,18 @@ class Control {
     void SetFocus();
 
   private:
-    // A folder or file list's Path: kept as the lists keep folders, and read from the disk.
-    bool isFolderPath(std::string_view key) const;
+    // What a write of a property does beyond storing its value, known once from its name.
+    enum class Role : std::uint8_t { Plain, Text, ListIndex, Value, Path, Pattern, Drive };
+    struct Prop {
+        Variant value;
+        Role role = Role::Plain;
+    };
+    // Adds a property with its first value.
+    void define(const char* name, Variant value);
+    // The value of a property the control is known to have.
+    Variant& slot(std::string_view name) { return props_.find(name)->second.value; }
+    // A folder or file list, whose Path is kept as the lists keep folders and read from the disk.
+    bool isFolderList() const;
     // A folder list's current folder is -1, the folders above it -2, -3 ... up to the root.
     int lowestListIndex() const;
     // Fills a folder or file list from its folder.
@@ -134,7 +147,8 @@ class Control {
     std::string name_;
     ControlKind kind_;
     int index_;
-    std::map<std::string, Variant, NoCase> props_;
+    // By name, A-Z folded: every statement that names a property looks it up.
+    std::unordered_map<std::string, Prop, FoldedHash, FoldedEqual> props_;
     std::vector<std::string> items_;
     std::vector<bool> selected_;
     class Recordset* dataSource_ = nullptr;

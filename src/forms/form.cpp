@@ -26,16 +26,21 @@ Form::~Form() = default;
 Control& Form::Add(const std::string& name, ControlKind kind, int index) {
     controls_.push_back(std::make_unique<Control>(*this, name, kind, index));
     Control& added = *controls_.back();
-    byName_[foldCase(name)].push_back(&added);
+    byName_[name].push_back(&added);
     if (kind != ControlKind::Menu)
         added.SetProperty("TabIndex", Variant::Integer(static_cast<int>(controls_.size()) - 1));
     return added;
 }
 
 Control* Form::Find(std::string_view name, int index) const {
-    auto it = byName_.find(foldCase(name));
+    auto it = byName_.find(name);
     if (it == byName_.end()) return nullptr;
-    for (Control* c : it->second)
+    const std::vector<Control*>& elements = it->second;
+    // Most arrays are added in the order of their indexes from 0.
+    if (index >= 0 && static_cast<std::size_t>(index) < elements.size() &&
+        elements[index]->Index() == index)
+        return elements[index];
+    for (Control* c : elements)
         if (c->Index() == index) return c;
     return nullptr;
 }
@@ -51,7 +56,7 @@ Control& Form::operator()(std::string_view name, int index) const {
 }
 
 void Form::On(std::string_view control, std::string_view event, Handler handler) {
-    handlers_[handlerKey(control, event)] = std::move(handler);
+    handlers_[handlerKey(control, event)] = std::make_shared<const Handler>(std::move(handler));
 }
 
 bool Form::HasHandler(std::string_view control, std::string_view event) const {
@@ -59,10 +64,11 @@ bool Form::HasHandler(std::string_view control, std::string_view event) const {
 }
 
 void Form::RaiseEvent(Control& control, std::string_view event, EventArgs& args) {
-    auto it = handlers_.find(handlerKey(control.Name(), event));
+    eventKey_.assign(control.Name()).append("_").append(event);
+    auto it = handlers_.find(eventKey_);
     if (it == handlers_.end()) return;
-    Handler handler = it->second;  // the procedure may replace its own entry
-    handler(args);
+    const std::shared_ptr<const Handler> handler = it->second;
+    (*handler)(args);
 }
 
 Variant Form::Property(std::string_view name) const {

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/fold.h"
 #include "forms/control.h"
 #include "forms/vars.h"
 
@@ -80,8 +81,12 @@ class Form {
     std::vector<std::unique_ptr<Control>> controls_;
     // The controls by their folded name, each name's in the order they were added: a
     // procedure names its controls at every statement.
-    std::unordered_map<std::string, std::vector<Control*>> byName_;
-    std::map<std::string, Handler, NoCase> handlers_;
+    std::unordered_map<std::string, std::vector<Control*>, FoldedHash, FoldedEqual> byName_;
+    // The procedures by "control_event", A-Z folded; shared, so that a procedure that
+    // replaces its own entry runs to its end.
+    std::unordered_map<std::string, std::shared_ptr<const Handler>, FoldedHash, FoldedEqual>
+        handlers_;
+    std::string eventKey_;  // RaiseEvent's key, kept to spare an allocation per event
     std::map<std::string, Variant, NoCase> props_;
     std::vector<Observer> observers_;
     VarTable vars_;

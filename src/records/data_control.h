@@ -33,6 +33,13 @@ class DaoRecordset {
     virtual int FieldIndex(std::string_view name) const = 0;  // 3265 when unknown
     virtual std::string FieldName(int index) const = 0;
     virtual Variant GetValue(int index) const = 0;
+    // As GetValue, with a field the set does not have given back as a fault (3265) rather
+    // than thrown: a procedure that takes a number from the data as a field's index misses
+    // on most records.
+    virtual Fault TryGetValue(int index, Variant& value) const {
+        value = GetValue(index);
+        return {};
+    }
     virtual void SetValue(int index, const Variant& value) = 0;
     // As SetValue, with the fault given back, for a run that writes many records.
     virtual Fault TrySetValue(int index, const Variant& value) = 0;

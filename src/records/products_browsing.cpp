@@ -60,9 +60,14 @@ void Products::adoPrimaryRS_MoveComplete() {
                 adoprimaryrs2->Find("[PID] = '" + CStr(adoPrimaryRS->Fields("PID").Value()) + "'",
                                     0, ado::adSearchForward);
             });
+        // The page number read as a field's index misses on most records: the fault is
+        // given back, not thrown, and reported the same.
         on([&] {
             int page = static_cast<int>(Val(textOf(adoPrimaryRS->Fields("PageNo").Value())));
-            (*this)("Text2").SetText(textOf(Data1->Recordset().GetValue(page)));
+            Variant category;
+            const Fault missed = Data1->Recordset().TryGetValue(page, category);
+            if (missed.number == 0) (*this)("Text2").SetText(textOf(category));
+            return missed;
         });
     }
     on([&] { ShowPicture(); });

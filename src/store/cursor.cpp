@@ -254,6 +254,12 @@ Variant Cursor::value(int column) const {
     return table_->get(row, column);
 }
 
+Fault Cursor::tryValue(int column, Variant& v) const {
+    if (column < 0 || column >= shown_) return {vberr::ItemNotFound};
+    v = value(column);
+    return {};
+}
+
 void Cursor::setValue(int column, const Variant& v) {
     if (column < 0 || column >= shown_) throw VbError(vberr::ItemNotFound);
     currentRow();

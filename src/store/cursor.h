@@ -44,6 +44,8 @@ class Cursor {
 
     int columnIndex(std::string_view name) const;  // 3265 when unknown
     Variant value(int column) const;
+    // As value; a column the view does not show is given back as a fault, not thrown.
+    Fault tryValue(int column, Variant& v) const;
     void setValue(int column, const Variant& v);  // starts an edit of the current row
     // As setValue; a value the column refuses is given back as a fault, thrown or not.
     Fault trySetValue(int column, const Variant& v);

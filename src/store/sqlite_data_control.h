@@ -34,6 +34,9 @@ class SqliteDaoRecordset : public DaoRecordset {
     int FieldIndex(std::string_view name) const override { return rows().columnIndex(name); }
     std::string FieldName(int index) const override;
     Variant GetValue(int index) const override { return rows().value(index); }
+    Fault TryGetValue(int index, Variant& value) const override {
+        return rows().tryValue(index, value);
+    }
     void SetValue(int index, const Variant& value) override;
     Fault TrySetValue(int index, const Variant& value) override;
 

@@ -3,6 +3,7 @@
 // goes into the page as it stands.
 #include "base/convert.h"
 #include "base/format.h"
+#include "base/strings.h"
 #include "records/data_control.h"
 #include "shell/module.h"
 #include "shell/products.h"
@@ -35,13 +36,14 @@ Variant difference(const Variant& a, const Variant& b) {
 
 std::string WebCatalogue::fontOpen(int side, int e) const {
     const Module& m = Mod();
-    return "<font face='" + m.FontNameOf[side][e] + "'><font size='" +
-           std::to_string(m.FontSizeOf[side][e]) + "' color='" + m.FontColorOf[side][e] + "'>" +
-           m.BoldOn[side][e] + m.ItalicOn[side][e] + m.UnderlineOn[side][e] + m.StrikeOn[side][e];
+    return Concat({"<font face='", m.FontNameOf[side][e], "'><font size='",
+                   std::to_string(m.FontSizeOf[side][e]), "' color='", m.FontColorOf[side][e], "'>",
+                   m.BoldOn[side][e], m.ItalicOn[side][e], m.UnderlineOn[side][e],
+                   m.StrikeOn[side][e]});
 }
 
 std::string WebCatalogue::paragraph(int side, int k) const {
-    return "<p align='" + textOf(ItemAlign[side][k + 1]) + "'>";
+    return Concat({"<p align='", textOf(ItemAlign[side][k + 1]), "'>"});
 }
 
 std::string WebCatalogue::linkOpening(int k) {
@@ -52,7 +54,7 @@ std::string WebCatalogue::linkOpening(int k) {
     } else {
         target = "images/" + PictureJpeg;
     }
-    return paragraph(0, k) + "<a href=" + quote + target + quote + ">";
+    return Concat({paragraph(0, k), "<a href=", quote, target, quote, ">"});
 }
 
 void WebCatalogue::writeRow(Trap& on, TextFileWriter& out, int side, int r, int& L) {
@@ -69,15 +71,15 @@ void WebCatalogue::writeRow(Trap& on, TextFileWriter& out, int side, int r, int&
                 on([&] {
                     std::string value = textOf(item(L + 1));
                     if (value.empty()) value = "Not Available";
-                    out.printLine((side == 1 ? paragraph(side, k) : "") + fontOpen(side, k + 1) +
-                                  value + m.CloseTags[side][4] + "</font></font></a></p>");
+                    out.printLine({side == 1 ? paragraph(side, k) : "", fontOpen(side, k + 1),
+                                   value, m.CloseTags[side][4], "</font></font></a></p>"});
                 });
                 break;
             case Shown::Cost:
                 on([&] {
-                    out.printLine(paragraph(side, k) + fontOpen(side, k + 1) +
-                                  "Your Cost: " + Format(item(L + 1), "$ #,###.00") + closing +
-                                  "</font></font></p>");
+                    out.printLine({paragraph(side, k), fontOpen(side, k + 1),
+                                   "Your Cost: ", Format(item(L + 1), "$ #,###.00"), closing,
+                                   "</font></font></p>"});
                 });
                 break;
             case Shown::Case:
@@ -96,40 +98,42 @@ void WebCatalogue::writeBoxCase(Trap& on, TextFileWriter& out, int side, int k, 
     const std::string close = m.CloseTags[side][e] + "</font></font></p>";
     const std::string closeLink = m.CloseTags[side][e] + "</font></font></a></p>";
     auto money = [&](const std::string& label, const Variant& v) {
-        on([&] { out.printLine(open + label + Format(v, "$ #,###.00") + close); });
+        on([&] { out.printLine({open, label, Format(v, "$ #,###.00"), close}); });
     };
     switch (kase) {
         case 0:
             on([&] {
-                out.printLine(side == 0 ? linkOpening(k) + fontOpen(side, e) +
-                                              textOf(CurrentStockNo) + closeLink
-                                        : open + textOf(CurrentStockNo) + close);
+                if (side == 0)
+                    out.printLine(
+                        {linkOpening(k), fontOpen(side, e), textOf(CurrentStockNo), closeLink});
+                else
+                    out.printLine({open, textOf(CurrentStockNo), close});
             });
             break;
         case 1:
             on([&] {
-                out.printLine(open + textOf(item(ProdName)) + (side == 0 ? closeLink : close));
+                out.printLine({open, textOf(item(ProdName)), side == 0 ? closeLink : close});
             });
             break;
         case 2:
             on([&] {
                 const bool copied = CopyPicturesOn != 0;
-                const std::string img = "<img border=" + textOf(m.ImageBorder) + " dynsrc=" + quote;
+                const std::string border = textOf(m.ImageBorder);
                 if (side == 0)
-                    out.printLine(linkOpening(k) + img +
-                                  (copied ? "images/" + PictureGif : textOf(item(Picture))) +
-                                  quote + m.ImageSizeAttr + "'></a></p>");
+                    out.printLine({linkOpening(k), "<img border=", border, " dynsrc=", quote,
+                                   copied ? "images/" + PictureGif : textOf(item(Picture)), quote,
+                                   m.ImageSizeAttr, "'></a></p>"});
                 else
-                    out.printLine(paragraph(side, k) + img +
-                                  (copied ? "images/" + PictureJpeg : textOf(item(Picture))) +
-                                  quote + " height=100%></p>");
+                    out.printLine({paragraph(side, k), "<img border=", border, " dynsrc=", quote,
+                                   copied ? "images/" + PictureJpeg : textOf(item(Picture)), quote,
+                                   " height=100%></p>"});
             });
             break;
         case 3:
             on([&] {
                 std::string description = textOf(item(ProdDesc));
                 if (description.empty()) description = "No Description Available!";
-                out.printLine(open + description + close);
+                out.printLine({open, description, close});
             });
             break;
         case 4:
@@ -145,17 +149,17 @@ void WebCatalogue::writeBoxCase(Trap& on, TextFileWriter& out, int side, int k, 
         case 7:
             if (side == 1) break;
             on([&] {
-                out.printLine(paragraph(side, k) + "<a href='" + textOf(CurrentStockNo) + ".htm'>" +
-                              fontOpen(side, e) + "Click For Details" + closeLink);
+                out.printLine({paragraph(side, k), "<a href='", textOf(CurrentStockNo), ".htm'>",
+                               fontOpen(side, e), "Click For Details", closeLink});
             });
             if ((boxMarked(7) && MakingAll) || CInt(Mod().LayoutSide) == 1)
                 on([&] { CreateDetailPages(); });
             break;
         case 8:
             on([&] {
-                out.printLine(paragraph(side, k) +
-                              (side == 0 ? textOf(BuyLinkTag) : std::string("<a href=''>")) +
-                              fontOpen(side, e) + "Buy Now!" + closeLink);
+                out.printLine({paragraph(side, k),
+                               side == 0 ? textOf(BuyLinkTag) : std::string("<a href=''>"),
+                               fontOpen(side, e), "Buy Now!", closeLink});
             });
             break;
         default:
@@ -168,8 +172,8 @@ void WebCatalogue::writeInsertedText(Trap& on, TextFileWriter& out, int side, in
     on([&] {
         const std::string text = textOf(InsertText[side][r]);
         if (text.empty()) return;
-        out.printLine("<br><p align='" + textOf(ItemAlign[side][r + 14]) + "'>" +
-                      fontOpen(side, r + 11) + text + m.CloseTags[side][r + 11] +
-                      "</font></font></a></p>");
+        out.printLine({"<br><p align='", textOf(ItemAlign[side][r + 14]), "'>",
+                       fontOpen(side, r + 11), text, m.CloseTags[side][r + 11],
+                       "</font></font></a></p>"});
     });
 }

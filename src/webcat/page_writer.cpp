@@ -172,9 +172,9 @@ bool WebCatalogue::writeCell(Trap& on, TextFileWriter& out, double width) {
     if (MakingAll) listStart_ += 1;
     lookUpPictures(on);
     on([&] {
-        out.printLine("<td width=" + CStr(Variant::Double(width)) + "% height=100% align='" +
-                      textOf(ItemAlign[0][10]) + "' valign='" + textOf(ItemAlign[0][11]) + "' " +
-                      textOf(CellStyle));
+        out.printLine({"<td width=", CStr(Variant::Double(width)), "% height=100% align='",
+                       textOf(ItemAlign[0][10]), "' valign='", textOf(ItemAlign[0][11]), "' ",
+                       textOf(CellStyle)});
     });
     itemsOnPage_ += 1;
     SuppressListEvents = true;
@@ -201,7 +201,13 @@ bool WebCatalogue::writeCell(Trap& on, TextFileWriter& out, double width) {
 void WebCatalogue::lookUpPictures(Trap& on) {
     std::string picture, stem;
     on([&] { picture = textOf(item(Picture)); });
-    on([&] { stem = Left(picture, Len(picture) - 4); });
+    // A product with no picture fails here as Left fails (5), given back rather than thrown.
+    on([&]() -> Fault {
+        const long kept = Len(picture) - 4;
+        if (kept < 0) return {vberr::InvalidProcedureCall};
+        stem = Left(picture, kept);
+        return {};
+    });
     on([&] { PictureJpeg = Dir(stem + ".jpg"); });
     on([&] { PictureGif = Dir(stem + ".gif"); });
     const bool jpeg = !PictureJpeg.empty(), gif = !PictureGif.empty();

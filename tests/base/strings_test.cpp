@@ -65,6 +65,21 @@ TEST(TextSearchIgnoringCase, FindsAnyCase) {
     EXPECT_EQ(InStrText("abc", "d"), 0);
 }
 
+TEST(TextSearchIgnoringCase, CountsCharactersAndKeepsTheRulesOfInStr) {
+    EXPECT_EQ(InStrText("\xC3\xA9t\xC3\xA9 PicRef", "picref"), 5);
+    EXPECT_EQ(InStrText(3, "abcABC", "ABC"), 4);
+    EXPECT_EQ(InStrText(9, "abc", "a"), 0);
+    EXPECT_EQ(InStrText(2, "abc", ""), 2);
+    EXPECT_EQ(InStrText("", ""), 0);
+    EXPECT_EQ(InStrText("ab", "abc"), 0);
+    EXPECT_THROW(InStrText(0, "abc", "a"), VbError);
+}
+
+TEST(TextJoin, JoinsThePartsInOrder) {
+    EXPECT_EQ(Concat({"<p align='", std::string("left"), "'>", ""}), "<p align='left'>");
+    EXPECT_EQ(Concat({}), "");
+}
+
 TEST(TextSearchFromEnd, FindsLastOccurrence) {
     EXPECT_EQ(InStrRev("c:\\pics\\a.jpg", "\\"), 8);
     EXPECT_EQ(InStrRev("abcabc", "abc"), 4);

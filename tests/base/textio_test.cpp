@@ -158,6 +158,26 @@ TEST_F(TextFiles, FileOpenForOutputIsAlreadyOpen) {
     EXPECT_EQ(errorOf([&] { TextFileReader in(path("a.txt")); }), 0);
 }
 
+TEST_F(TextFiles, AFileMadeWhileAnotherIsOpenIsKnownToLaterOpens) {
+    TextFileWriter first(path("a.txt"));
+    TextFileWriter made(path("b.txt"));  // new: made without a look at the others
+    made.printLine({"one", " two", ""});
+    EXPECT_EQ(errorOf([&] { TextFileReader in(path("b.txt")); }), 55);
+    fs::create_symlink(path("b.txt"), path("link.txt"));
+    EXPECT_EQ(errorOf([&] { TextFileWriter again(path("link.txt")); }), 55);
+    made.close();
+    EXPECT_EQ(readRaw("b.txt"), "one two\r\n");
+}
+
+TEST_F(TextFiles, AnExistingFileOpenedWhileAnotherIsOpenIsEmptied) {
+    writeRaw("b.txt", "old text\r\n");
+    TextFileWriter first(path("a.txt"));
+    TextFileWriter out(path("b.txt"));
+    out.printLine("new");
+    out.close();
+    EXPECT_EQ(readRaw("b.txt"), "new\r\n");
+}
+
 TEST_F(TextFiles, AnotherNameOfAnOpenFileIsTheSameFile) {
     TextFileWriter out(path("a.txt"));
     fs::create_symlink(path("a.txt"), path("link.txt"));
@@ -190,6 +210,7 @@ TEST_F(TextFiles, PrintingToAClosedFileFails) {
     TextFileWriter out(path("a.txt"));
     out.close();
     EXPECT_EQ(errorOf([&] { out.printLine("x"); }), 52);
+    EXPECT_EQ(errorOf([&] { out.printLine({"x", "y"}); }), 52);
 }
 
 TEST_F(TextFiles, LineInputAcceptsEveryLineEnd) {

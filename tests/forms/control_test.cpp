@@ -107,6 +107,41 @@ TEST_F(Counting, PropertiesKeepTheirKind) {
     EXPECT_EQ(form("lstItems").Property("ListCount").Number(), 0);
 }
 
+TEST_F(Counting, NamesOfPropertiesAndProceduresIgnoreCase) {
+    Control& box = form("TXTNAME");
+    box.SetProperty("tExT", Variant("Ann"));
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(textOf(box.Property("TEXT")), "Ann");
+    EXPECT_TRUE(box.HasProperty("visible"));
+    std::vector<std::string> heard;
+    form.Observe([&](Form&, Control*, std::string_view p) { heard.emplace_back(p); });
+    box.SetProperty("text", Variant("Bob"));
+    EXPECT_EQ(heard, std::vector<std::string>{"Text"});  // told by its own spelling
+    EXPECT_EQ(changes, 2);
+    form.On("TxtName", "change", [this](EventArgs&) { changes += 10; });  // replaces
+    box.SetText("Cy");
+    EXPECT_EQ(changes, 12);
+}
+
+TEST_F(Counting, AProcedureThatReplacesItselfRunsToItsEnd) {
+    int ran = 0;
+    form.On("chkOn", "Click", [&](EventArgs&) {
+        form.On("chkOn", "Click", [&](EventArgs&) { ran += 100; });
+        ran += 1;
+    });
+    form("chkOn").Raise("Click");
+    form("chkOn").Raise("Click");
+    EXPECT_EQ(ran, 101);
+}
+
+TEST_F(Counting, ArrayElementsAddedOutOfOrderAreFoundByIndex) {
+    form.Add("optKind", ControlKind::OptionButton, 5);
+    form.Add("optKind", ControlKind::OptionButton, 0);
+    EXPECT_EQ(form("optKind", 5).Index(), 5);
+    EXPECT_EQ(form("optKind", 0).Index(), 0);
+    EXPECT_VBERROR(form("optKind", 1), 340);
+}
+
 TEST_F(Counting, ObserversHearEveryPropertyWrite) {
     std::vector<std::string> heard;
     form.Observe([&](Form&, Control* c, std::string_view p) {

@@ -4,8 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "base/convert.h"
+#include "base/trap.h"
 #include "program_fixture.h"
+#include "records/data_control.h"
 #include "records/pane.h"
+#include "shell/errhandler.h"
 #include "shell/module.h"
 
 namespace {
@@ -125,6 +129,31 @@ TEST_F(Browsing, AfterAFilterShrinksTheListTheSliderMaximumFollowsAtTheNextMove)
     f->cmdNext_Click();
     EXPECT_EQ((*f)("Slider1").Num("Max"), 2);
     EXPECT_EQ(status(), "Record: 2  of  2");
+}
+
+// The category box reads the field of Data1 numbered by the product's page: a field past
+// the set's is "not found" (3265), checked before the current record (3021).
+TEST_F(Browsing, TheCategoryBoxReportsAMissingFieldBeforeAMissingRecord) {
+    addProduct("A1", "", "PageNo", "'1'");
+    addProduct("B2", "", "PageNo", "'999'");
+    f = &start();
+    // The web catalogue's run opens Data1 on the categories this way; here there are none.
+    f->Data1->SetRecordSource("Category");
+    f->Data1->Refresh();
+    const std::string tag = "\r\n  In  (Form) Products::Sub adoPrimaryRS_MoveComplete";
+    std::vector<std::string> trace;
+    setErrorTrace([&](const std::string& line) { trace.push_back(line); });
+    f->cmdFirst_Click();
+    EXPECT_EQ(trace, std::vector<std::string>{"Error - 3021" + tag});
+    trace.clear();
+    f->cmdNext_Click();
+    setErrorTrace(nullptr);
+    EXPECT_EQ(trace, std::vector<std::string>{"Error - 3265" + tag});
+    EXPECT_EQ(Err().Number, 3265);
+    EXPECT_EQ(Err().Description, vbErrorDescription(3265));
+    EXPECT_EQ((*f)("Text2").Text(), "");
+    EXPECT_EQ(status(), "Record: 2  of  2");  // the rest of the move went on
+    EXPECT_EQ(location(), appDir() + "page.htm");
 }
 
 TEST_F(Browsing, TheGridFollowsTheCurrentRecord) {

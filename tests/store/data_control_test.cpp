@@ -93,6 +93,18 @@ TEST_F(Data2, BrokenCriteriaAreFaultsInTheOlderNumbers) {
     EXPECT_VBERROR(rs().FindFirst("Colour = 'red'"), 3070);
 }
 
+TEST_F(Data2, AFieldReadGivesBackAMissingFieldAsAFault) {
+    rs().MoveFirst();
+    Variant value("untouched");
+    EXPECT_EQ(rs().TryGetValue(rs().FieldCount(), value).number, 3265);
+    EXPECT_EQ(rs().TryGetValue(-1, value).number, 3265);
+    EXPECT_EQ(CStr(value), "untouched");
+    EXPECT_VBERROR(rs().GetValue(rs().FieldCount()), 3265);
+    const int stockNo = rs().FieldIndex("StockNo");
+    EXPECT_EQ(rs().TryGetValue(stockNo, value).number, 0);
+    EXPECT_EQ(CStr(value), CStr(rs().GetValue(stockNo)));
+}
+
 TEST_F(Data2, AFieldWriteNeedsEditFirst) {
     EXPECT_VBERROR(rs().SetValue("Notes", Variant("x")), 3020);
     rs().Edit();
