@@ -21,11 +21,13 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "base/vb_error.h"
 #include "product_catalogue.h"
+#include "reports/report_file.h"
 #include "reports/report_html.h"
 #include "reports/report_pdf.h"
 #include "resident_memory.h"
@@ -67,13 +69,18 @@ int runEngine(const std::string& catalogue, const std::string& pdf, const std::s
         const auto t0 = Clock::now();
         const std::clock_t cpu0 = std::clock();
         const ReportDesign design = readReportDesign(REPORT_FILE);
-        const RanReport report = runReport(design, catalogue);
-        writeReportPdf(report, design.title, pdf);
+        ReportFile pdfFile(pdf, [&](std::ostream& out) {
+            return std::make_unique<ReportPdf>(out, design.title);
+        });
+        const int pages = runReport(design, catalogue, pdfFile);
         const double seconds = secondsSince(t0);
         const double cpu = static_cast<double>(std::clock() - cpu0) / CLOCKS_PER_SEC;
-        std::printf("%.3f %.3f %zu %.1f %.1f\n", seconds, cpu, report.pages.size(), start,
-                    peakResidentMiB());
-        std::ofstream(html, std::ios::binary) << reportHtml(report, design.title);
+        std::printf("%.3f %.3f %d %.1f %.1f\n", seconds, cpu, pages, start, peakResidentMiB());
+        std::fflush(stdout);
+        ReportFile htmlFile(html, [&](std::ostream& out) {
+            return std::make_unique<ReportHtml>(out, design.title);
+        });
+        runReport(design, catalogue, htmlFile);
         return 0;
     } catch (const VbError& e) {
         std::fprintf(stderr, "report-bench: the report did not run: error %d\n", e.Number());
