@@ -69,9 +69,8 @@ int runEngine(const std::string& catalogue, const std::string& pdf, const std::s
         const auto t0 = Clock::now();
         const std::clock_t cpu0 = std::clock();
         const ReportDesign design = readReportDesign(REPORT_FILE);
-        ReportFile pdfFile(pdf, [&](std::ostream& out) {
-            return std::make_unique<ReportPdf>(out, design.title);
-        });
+        ReportFile pdfFile(
+            pdf, [&](std::ostream& out) { return std::make_unique<ReportPdf>(out, design.title); });
         const int pages = runReport(design, catalogue, pdfFile);
         const double seconds = secondsSince(t0);
         const double cpu = static_cast<double>(std::clock() - cpu0) / CLOCKS_PER_SEC;

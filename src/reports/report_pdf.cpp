@@ -224,8 +224,8 @@ void ReportPdf::begin(const ReportFrame& frame) {
 void ReportPdf::page(const ReportPage& lines) {
     PdfWriter& pdf = w_->pdf;
     const std::string stream = drawPage(w_->frame, lines, ++w_->count, w_->cols);
-    const int contents = pdf.add("<< /Length " + std::to_string(stream.size()) +
-                                 " >>\nstream\n" + stream + "endstream");
+    const int contents = pdf.add("<< /Length " + std::to_string(stream.size()) + " >>\nstream\n" +
+                                 stream + "endstream");
     const int page = pdf.add("<< /Type /Page /Parent " + std::to_string(w_->pages) +
                              " 0 R /MediaBox [0 0 612 792] /Resources " + w_->resources +
                              " /Contents " + std::to_string(contents) + " 0 R >>");
@@ -252,8 +252,7 @@ std::string reportPdf(const RanReport& report, const std::string& documentTitle)
 
 void writeReportPdf(const RanReport& report, const std::string& documentTitle,
                     const std::string& path) {
-    ReportFile pdf(path, [&](std::ostream& out) {
-        return std::make_unique<ReportPdf>(out, documentTitle);
-    });
+    ReportFile pdf(
+        path, [&](std::ostream& out) { return std::make_unique<ReportPdf>(out, documentTitle); });
     replayReport(report, pdf);
 }

@@ -175,9 +175,7 @@ class Layout {
         pager_.add(total(ReportLine::Kind::GroupTotal, "Total for " + groupName_, group_));
     }
     void nothing() { pager_.add({ReportLine::Kind::Nothing, "Nothing to list.", {}}); }
-    void reportTotal() {
-        pager_.add(total(ReportLine::Kind::ReportTotal, "Report total", all_));
-    }
+    void reportTotal() { pager_.add(total(ReportLine::Kind::ReportTotal, "Report total", all_)); }
 
   private:
     struct Totals {
