@@ -2,15 +2,16 @@
 // report engine, beside headless Chromium printing the same report as the engine writes it
 // in HTML.
 //
-//   report-bench [OUTPUT_FOLDER] [ROWS ...]
+//   report-bench [--browser-up-to ROWS] [OUTPUT_FOLDER] [ROWS ...]
 //
 // For each ROWS (default 10,000, 50,000 and 100,000) builds OUTPUT_FOLDER/ROWS/bench.mde
 // (default: a folder under the system temp folder) with the generated products of the
 // benchmarks, then runs all.rpt over it in a process of its own: the report file read, the
 // catalogue read afresh, the pages laid out and the PDF written, timed, with the peak
 // resident memory of that process. The same process then writes the report's HTML, which
-// `chromium --headless --print-to-pdf` prints, timed. Both PDFs are counted with pdfinfo.
-// Chromium's own start is timed once, printing a page of one line.
+// `chromium --headless --print-to-pdf` prints, timed, for runs of at most the ROWS of
+// --browser-up-to (all runs without it). Both PDFs are counted with pdfinfo. Chromium's own
+// start is timed once, printing a page of one line.
 // See docs/PERFORMANCE.md.
 
 #include <sys/resource.h>
@@ -21,11 +22,13 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "base/vb_error.h"
 #include "product_catalogue.h"
+#include "reports/report_file.h"
 #include "reports/report_html.h"
 #include "reports/report_pdf.h"
 #include "resident_memory.h"
@@ -67,13 +70,17 @@ int runEngine(const std::string& catalogue, const std::string& pdf, const std::s
         const auto t0 = Clock::now();
         const std::clock_t cpu0 = std::clock();
         const ReportDesign design = readReportDesign(REPORT_FILE);
-        const RanReport report = runReport(design, catalogue);
-        writeReportPdf(report, design.title, pdf);
+        ReportFile pdfFile(
+            pdf, [&](std::ostream& out) { return std::make_unique<ReportPdf>(out, design.title); });
+        const int pages = runReport(design, catalogue, pdfFile);
         const double seconds = secondsSince(t0);
         const double cpu = static_cast<double>(std::clock() - cpu0) / CLOCKS_PER_SEC;
-        std::printf("%.3f %.3f %zu %.1f %.1f\n", seconds, cpu, report.pages.size(), start,
-                    peakResidentMiB());
-        std::ofstream(html, std::ios::binary) << reportHtml(report, design.title);
+        std::printf("%.3f %.3f %d %.1f %.1f\n", seconds, cpu, pages, start, peakResidentMiB());
+        std::fflush(stdout);
+        ReportFile htmlFile(html, [&](std::ostream& out) {
+            return std::make_unique<ReportHtml>(out, design.title);
+        });
+        runReport(design, catalogue, htmlFile);
         return 0;
     } catch (const VbError& e) {
         std::fprintf(stderr, "report-bench: the report did not run: error %d\n", e.Number());
@@ -116,7 +123,7 @@ double printWithChromium(const std::string& html, const std::string& pdf, double
     return status == 0 && fs::exists(pdf) ? secondsSince(t0) : -1;
 }
 
-bool measure(const std::string& self, const std::string& folder, Result& r) {
+bool measure(const std::string& self, const std::string& folder, bool browser, Result& r) {
     fs::create_directories(folder);
     const std::string catalogue = folder + "bench.mde", pdf = folder + "all.pdf",
                       html = folder + "all.htm", browserPdf = folder + "chromium.pdf";
@@ -141,7 +148,7 @@ bool measure(const std::string& self, const std::string& folder, Result& r) {
     r.pdfMiB = mib(pdf);
     r.htmlMiB = mib(html);
 
-    r.browser = printWithChromium(html, browserPdf, r.browserCpu);
+    if (browser) r.browser = printWithChromium(html, browserPdf, r.browserCpu);
     if (r.browser >= 0) r.browserPages = pdfPages(browserPdf);
     std::printf(
         "%d products: engine %.2f s (%.2f s CPU), %ld pages (%ld expected), resident "
@@ -158,10 +165,17 @@ bool measure(const std::string& self, const std::string& folder, Result& r) {
 int main(int argc, char** argv) {
     if (argc == 5 && std::string(argv[1]) == "--engine")
         return runEngine(argv[2], argv[3], argv[4]);
+    int first = 1;
+    long browserUpTo = -1;
+    if (argc > 2 && std::string(argv[1]) == "--browser-up-to") {
+        browserUpTo = std::atol(argv[2]);
+        first = 3;
+    }
     const std::string folder =
-        argc > 1 ? argv[1] : (fs::temp_directory_path() / "catalogue-report-bench").string();
+        argc > first ? argv[first]
+                     : (fs::temp_directory_path() / "catalogue-report-bench").string();
     std::vector<int> sizes;
-    for (int i = 2; i < argc; ++i)
+    for (int i = first + 1; i < argc; ++i)
         sizes.push_back(std::atoi(argv[i]));
     if (sizes.empty()) sizes = {10000, 50000, 100000};
     std::error_code ignored;
@@ -179,7 +193,8 @@ int main(int argc, char** argv) {
     for (int rows : sizes) {
         Result r;
         r.rows = rows;
-        if (!measure(self, folder + "/" + std::to_string(rows) + "/", r)) {
+        const bool browser = browserUpTo < 0 || rows <= browserUpTo;
+        if (!measure(self, folder + "/" + std::to_string(rows) + "/", browser, r)) {
             std::fprintf(stderr, "report-bench: the run of %d products failed\n", rows);
             return 1;
         }

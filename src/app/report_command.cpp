@@ -2,9 +2,10 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
+#include <memory>
 
 #include "base/vb_error.h"
+#include "reports/report_file.h"
 #include "reports/report_html.h"
 #include "reports/report_pdf.h"
 
@@ -23,6 +24,28 @@ std::string reportPath(const std::string& name, const std::string& programFolder
     if (std::filesystem::exists(path, ec) || path.has_parent_path()) return name;
     return programFolder + "reports/" + name;
 }
+
+// The pages of one run handed to each output asked for.
+class Outputs : public ReportPages {
+  public:
+    explicit Outputs(std::vector<std::unique_ptr<ReportPages>> outputs)
+        : outputs_(std::move(outputs)) {}
+    void begin(const ReportFrame& frame) override {
+        for (const auto& out : outputs_)
+            out->begin(frame);
+    }
+    void page(const ReportPage& page) override {
+        for (const auto& out : outputs_)
+            out->page(page);
+    }
+    void end() override {
+        for (const auto& out : outputs_)
+            out->end();
+    }
+
+  private:
+    std::vector<std::unique_ptr<ReportPages>> outputs_;
+};
 
 }  // namespace
 
@@ -45,14 +68,20 @@ int runReportCommand(const std::vector<std::string>& args, const std::string& pr
     const std::string path = reportPath(report, programFolder);
     try {
         const ReportDesign design = readReportDesign(path);
-        const RanReport ran = runReport(design, catalogue);
-        if (!pdf.empty()) writeReportPdf(ran, design.title, pdf);
-        if (!html.empty()) {
-            std::ofstream out(html, std::ios::binary | std::ios::trunc);
-            out << reportHtml(ran, design.title);
-            if (!out) throw VbError(75, "Path/File access error");
-        }
-        std::printf("%s: %zu pages\n", path.c_str(), ran.pages.size());
+        // Each page goes to the files as it is laid out, so a report of any length prints
+        // in the same memory.
+        std::vector<std::unique_ptr<ReportPages>> outputs;
+        if (!pdf.empty())
+            outputs.push_back(std::make_unique<ReportFile>(pdf, [&](std::ostream& out) {
+                return std::make_unique<ReportPdf>(out, design.title);
+            }));
+        if (!html.empty())
+            outputs.push_back(std::make_unique<ReportFile>(html, [&](std::ostream& out) {
+                return std::make_unique<ReportHtml>(out, design.title);
+            }));
+        Outputs both(std::move(outputs));
+        const int pages = runReport(design, catalogue, both);
+        std::printf("%s: %d pages\n", path.c_str(), pages);
         return 0;
     } catch (const VbError& e) {
         const std::string why =

@@ -174,6 +174,12 @@ Variant checkedDouble(double sum) {
 
 }  // namespace
 
+int compareListed(std::string_view a, std::string_view b) {
+    double x = 0, y = 0;
+    if (strictNumber(a, x) && strictNumber(b, y)) return x < y ? -1 : (x > y ? 1 : 0);
+    return compareFolded(a, b);
+}
+
 bool strictNumber(std::string_view text, double& value) {
     std::string_view s = trimBlanks(text);
     bool negative = false;

@@ -15,6 +15,9 @@
 
 // The strict reading of a text alone; false when the text is no number.
 bool strictNumber(std::string_view text, double& value);
+// Two texts in the order of a listing: by value when both are numbers (page "2" before
+// page "10"), else ignoring case. Negative, zero or positive.
+int compareListed(std::string_view a, std::string_view b);
 
 double CDbl(const Variant& v);
 Variant CCur(const Variant& v);       // a Currency value; out of range is VbError 6

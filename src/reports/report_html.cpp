@@ -1,5 +1,7 @@
 #include "reports/report_html.h"
 
+#include <sstream>
+
 namespace {
 
 // Data may hold "&" or "<" ("Ribbon & Trim"): the report's own page shows them as they are.
@@ -52,7 +54,7 @@ std::string cell(const std::string& text, bool right, int span = 1) {
     return td + ">" + escaped(text) + "</td>";
 }
 
-std::string row(const RanReport& report, const ReportLine& line) {
+std::string row(const ReportFrame& report, const ReportLine& line) {
     const int columns = static_cast<int>(report.columns.size());
     switch (line.kind) {
         case ReportLine::Kind::GroupHead:
@@ -79,25 +81,42 @@ std::string row(const RanReport& report, const ReportLine& line) {
 
 }  // namespace
 
+ReportHtml::ReportHtml(std::ostream& out, std::string windowTitle)
+    : out_(out), windowTitle_(std::move(windowTitle)) {}
+
+void ReportHtml::begin(const ReportFrame& frame) {
+    frame_ = frame;
+    number_ = 0;
+    out_ << "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\">\n<title>" +
+                escaped(windowTitle_) + "</title>\n" + style + "</head><body>\n";
+}
+
+void ReportHtml::page(const ReportPage& lines) {
+    const int page = ++number_;
+    std::string html =
+        "<div class=\"page\">\n<h1>" + escaped(frame_.pageText(frame_.title, page)) + "</h1>\n";
+    for (const std::string& line : frame_.header)
+        html += "<p class=\"head\">" + escaped(frame_.pageText(line, page)) + "</p>\n";
+    html += "<table>\n<tr>";
+    for (const ReportColumnHead& column : frame_.columns)
+        html += std::string("<th") + (column.right ? " class=\"num\"" : "") +
+                " style=\"width:" + std::to_string(column.width) + "ch\">" +
+                escaped(column.caption) + "</th>";
+    html += "</tr>\n";
+    for (const ReportLine& line : lines.lines)
+        html += row(frame_, line) + "\n";
+    html += "</table>\n<p class=\"foot\">" + escaped(frame_.pageText(frame_.footer, page)) +
+            "</p>\n</div>\n";
+    out_ << html;
+}
+
+void ReportHtml::end() {
+    out_ << "</body></html>\n";
+}
+
 std::string reportHtml(const RanReport& report, const std::string& windowTitle) {
-    std::string html = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\">\n<title>" +
-                       escaped(windowTitle) + "</title>\n" + style + "</head><body>\n";
-    for (std::size_t p = 0; p < report.pages.size(); ++p) {
-        const int page = static_cast<int>(p) + 1;
-        html +=
-            "<div class=\"page\">\n<h1>" + escaped(report.pageText(report.title, page)) + "</h1>\n";
-        for (const std::string& line : report.header)
-            html += "<p class=\"head\">" + escaped(report.pageText(line, page)) + "</p>\n";
-        html += "<table>\n<tr>";
-        for (const ReportColumnHead& column : report.columns)
-            html += std::string("<th") + (column.right ? " class=\"num\"" : "") +
-                    " style=\"width:" + std::to_string(column.width) + "ch\">" +
-                    escaped(column.caption) + "</th>";
-        html += "</tr>\n";
-        for (const ReportLine& line : report.pages[p].lines)
-            html += row(report, line) + "\n";
-        html += "</table>\n<p class=\"foot\">" + escaped(report.pageText(report.footer, page)) +
-                "</p>\n</div>\n";
-    }
-    return html + "</body></html>\n";
+    std::ostringstream out;
+    ReportHtml html(out, windowTitle);
+    replayReport(report, html);
+    return std::move(out).str();
 }

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <vector>
 
-#include "base/vb_error.h"
+#include "reports/report_file.h"
 
 namespace {
 
@@ -89,7 +89,7 @@ struct Columns {
     std::vector<double> left, width;
 };
 
-Columns columnsOf(const RanReport& report) {
+Columns columnsOf(const ReportFrame& report) {
     double chars = 0;
     for (const auto& c : report.columns)
         chars += c.width + 1;
@@ -104,9 +104,9 @@ Columns columnsOf(const RanReport& report) {
     return cols;
 }
 
-std::string drawPage(const RanReport& report, std::size_t p, const Columns& cols) {
+std::string drawPage(const ReportFrame& report, const ReportPage& lines, int number,
+                     const Columns& cols) {
     PageText page;
-    const int number = static_cast<int>(p) + 1;
     double y = PageHeight - Margin - TitleSize;
     page.text(Margin, y, report.pageText(report.title, number), TitleSize, true);
     y -= 6;
@@ -123,7 +123,7 @@ std::string drawPage(const RanReport& report, std::size_t p, const Columns& cols
     for (std::size_t c = 0; c < count; ++c)
         cellAt(c, report.columns[c].caption, true);
     page.rule(Margin, PageWidth - Margin, y - 3, 0.7);
-    for (const ReportLine& line : report.pages[p].lines) {
+    for (const ReportLine& line : lines.lines) {
         y -= Leading;
         switch (line.kind) {
             case ReportLine::Kind::Detail:
@@ -190,48 +190,69 @@ class PdfWriter {
     std::size_t written_ = 0;
 };
 
-void writePdf(const RanReport& report, const std::string& documentTitle, std::ostream& out) {
-    PdfWriter pdf(out);
-    const int catalog = pdf.reserve();
-    const int pages = pdf.reserve();
+}  // namespace
+
+struct ReportPdf::Writing {
+    explicit Writing(std::ostream& out) : pdf(out) {}
+    PdfWriter pdf;
+    ReportFrame frame;
+    Columns cols;
+    int catalog = 0, pages = 0, count = 0;
+    std::string resources, kids;
+};
+
+ReportPdf::ReportPdf(std::ostream& out, std::string documentTitle)
+    : out_(out), documentTitle_(std::move(documentTitle)) {}
+
+ReportPdf::~ReportPdf() = default;
+
+void ReportPdf::begin(const ReportFrame& frame) {
+    w_ = std::make_unique<Writing>(out_);
+    PdfWriter& pdf = w_->pdf;
+    w_->frame = frame;
+    w_->cols = columnsOf(frame);
+    w_->catalog = pdf.reserve();
+    w_->pages = pdf.reserve();
     const int regular = pdf.add(
         "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >>");
     const int bold = pdf.add(
         "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica-Bold /Encoding /WinAnsiEncoding >>");
-    const std::string resources = "<< /Font << /F1 " + std::to_string(regular) + " 0 R /F2 " +
-                                  std::to_string(bold) + " 0 R >> >>";
-    const Columns cols = columnsOf(report);
-    std::string kids;
-    for (std::size_t p = 0; p < report.pages.size(); ++p) {
-        const std::string stream = drawPage(report, p, cols);
-        const int contents = pdf.add("<< /Length " + std::to_string(stream.size()) +
-                                     " >>\nstream\n" + stream + "endstream");
-        const int page = pdf.add("<< /Type /Page /Parent " + std::to_string(pages) +
-                                 " 0 R /MediaBox [0 0 612 792] /Resources " + resources +
-                                 " /Contents " + std::to_string(contents) + " 0 R >>");
-        kids += std::to_string(page) + " 0 R ";
-    }
-    pdf.write(pages, "<< /Type /Pages /Kids [" + kids + "] /Count " +
-                         std::to_string(report.pages.size()) + " >>");
-    pdf.write(catalog, "<< /Type /Catalog /Pages " + std::to_string(pages) + " 0 R >>");
-    const int info =
-        pdf.add("<< /Title " + pdfString(documentTitle) + " /Producer (Catalogue Manager) >>");
-    pdf.finish(catalog, info);
+    w_->resources = "<< /Font << /F1 " + std::to_string(regular) + " 0 R /F2 " +
+                    std::to_string(bold) + " 0 R >> >>";
 }
 
-}  // namespace
+void ReportPdf::page(const ReportPage& lines) {
+    PdfWriter& pdf = w_->pdf;
+    const std::string stream = drawPage(w_->frame, lines, ++w_->count, w_->cols);
+    const int contents = pdf.add("<< /Length " + std::to_string(stream.size()) + " >>\nstream\n" +
+                                 stream + "endstream");
+    const int page = pdf.add("<< /Type /Page /Parent " + std::to_string(w_->pages) +
+                             " 0 R /MediaBox [0 0 612 792] /Resources " + w_->resources +
+                             " /Contents " + std::to_string(contents) + " 0 R >>");
+    w_->kids += std::to_string(page) + " 0 R ";
+}
+
+void ReportPdf::end() {
+    PdfWriter& pdf = w_->pdf;
+    pdf.write(w_->pages, "<< /Type /Pages /Kids [" + w_->kids + "] /Count " +
+                             std::to_string(w_->count) + " >>");
+    pdf.write(w_->catalog, "<< /Type /Catalog /Pages " + std::to_string(w_->pages) + " 0 R >>");
+    const int info =
+        pdf.add("<< /Title " + pdfString(documentTitle_) + " /Producer (Catalogue Manager) >>");
+    pdf.finish(w_->catalog, info);
+    w_.reset();
+}
 
 std::string reportPdf(const RanReport& report, const std::string& documentTitle) {
     std::ostringstream out;
-    writePdf(report, documentTitle, out);
+    ReportPdf pdf(out, documentTitle);
+    replayReport(report, pdf);
     return std::move(out).str();
 }
 
 void writeReportPdf(const RanReport& report, const std::string& documentTitle,
                     const std::string& path) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    if (!out) throw VbError(75, "Path/File access error");
-    writePdf(report, documentTitle, out);
-    out.flush();
-    if (!out) throw VbError(75, "Path/File access error");
+    ReportFile pdf(
+        path, [&](std::ostream& out) { return std::make_unique<ReportPdf>(out, documentTitle); });
+    replayReport(report, pdf);
 }

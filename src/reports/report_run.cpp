@@ -1,10 +1,7 @@
 #include "reports/report_run.h"
 
-#include <algorithm>
-#include <iterator>
 #include <map>
 #include <memory>
-#include <unordered_map>
 
 #include "base/clock.h"
 #include "base/convert.h"
@@ -19,11 +16,7 @@ namespace {
 
 using Row = std::vector<Variant>;
 
-std::string selectAll(const std::string& table, const std::string& where = "") {
-    return "select * from [" + table + "]" + (where.empty() ? "" : " where " + where);
-}
-
-// A value as a number for sorting: the number kinds, a date, or a text that is a number.
+// A value as a number: the number kinds, a date, or a text that is a number.
 bool numberFor(const Variant& v, double& n) {
     if (v.IsNumberKind()) {
         n = v.Number();
@@ -36,89 +29,72 @@ bool isNothing(const Variant& v) {
     return v.IsNull() || v.IsEmpty() || (v.IsString() && v.Str().empty());
 }
 
-// Nothing first (no value or an empty text), then numbers by value (page "2" before page
-// "10"), then text ignoring case.
-int compareValues(const Variant& a, const Variant& b) {
+// Whether two rows fall in one group, as the store orders them: nothing (no value or an
+// empty text) is alike, numbers by value (page "2" and "2.0"), text ignoring case.
+bool sameGroup(const Variant& a, const Variant& b) {
     const bool noA = isNothing(a), noB = isNothing(b);
-    if (noA || noB) return noA == noB ? 0 : (noA ? -1 : 1);
+    if (noA || noB) return noA == noB;
     double x = 0, y = 0;
-    if (numberFor(a, x) && numberFor(b, y)) return x < y ? -1 : (x > y ? 1 : 0);
-    return compareFolded(textOf(a), textOf(b));
+    if (numberFor(a, x) && numberFor(b, y)) return x == y;
+    return equalFolded(textOf(a), textOf(b));
 }
 
-// The rows of the run, each holding the values of the columns the design names, in the
-// order they were first named (a slot each).
-class RowReader {
-  public:
-    RowReader(const ReportDesign& d, Connection& conn) : d_(d) {
-        main_ = CreateRecordset();
-        main_->Open(selectAll(d.table, d.where), conn);
-        if (!d.joinTable.empty()) {
-            joined_ = CreateRecordset();
-            joined_->Open(selectAll(d.joinTable), conn);
-            joinFrom_ = main_->FieldIndex(d.joinFrom);
-            joinTo_ = joined_->FieldIndex(d.joinTo);
+// The columns a run reads, each once, in the order the design first names them (a slot
+// each), with per printed column the slots it multiplies.
+struct Reading {
+    RowQuery query;
+    std::vector<std::vector<std::size_t>> factors;
+    bool grouped = false;
+    std::size_t groupSlot = 0;
+
+    explicit Reading(const ReportDesign& d) {
+        query.table = d.table;
+        query.where = d.where;
+        query.joinTable = d.joinTable;
+        query.joinFrom = d.joinFrom;
+        query.joinTo = d.joinTo;
+        for (const ReportColumn& column : d.columns) {
+            std::vector<std::size_t> slots;
+            for (const std::string& name : column.factors)
+                slots.push_back(slot(name));
+            factors.push_back(std::move(slots));
         }
+        grouped = !d.group.empty();
+        if (grouped) {
+            groupSlot = slot(d.group);
+            query.order.push_back({d.group, false});
+        }
+        for (const ReportSortKey& key : d.sort)
+            query.order.push_back({key.column, key.descending});
     }
 
-    // The slot of a column; an unknown column is fault 3265.
-    std::size_t slot(const std::string& name) {
-        auto it = slots_.find(foldCase(name));
-        if (it != slots_.end()) return it->second;
-        const std::string prefix = d_.joinTable + ".";
-        if (joined_ && name.size() > prefix.size() &&
-            equalFolded(name.substr(0, prefix.size()), prefix))
-            sources_.push_back({true, joined_->FieldIndex(name.substr(prefix.size()))});
-        else
-            sources_.push_back({false, main_->FieldIndex(name)});
-        return slots_[foldCase(name)] = sources_.size() - 1;
-    }
-
-    std::vector<Row> rows() {
-        std::unordered_map<std::string, Row> joinedRows = readJoined();
-        std::vector<Row> rows;
-        rows.reserve(static_cast<std::size_t>(std::max(0L, main_->RecordCount())));
-        const Row none(sources_.size(), Variant::Null());
-        // A set opens on its first row, or past the end when it has none.
-        for (; !main_->Eof(); main_->MoveNext()) {
-            const Row* other = &none;
-            if (joined_) {
-                auto it = joinedRows.find(foldCase(textOf(main_->GetValue(joinFrom_))));
-                if (it != joinedRows.end()) other = &it->second;
-            }
-            Row row(sources_.size());
-            for (std::size_t s = 0; s < sources_.size(); ++s)
-                row[s] = sources_[s].joined ? (*other)[s] : main_->GetValue(sources_[s].field);
-            rows.push_back(std::move(row));
+    // The same selection with only what tells the groups apart, for counting the lines.
+    RowQuery counting() const {
+        RowQuery q = query;
+        q.columns.clear();
+        q.order.clear();
+        if (grouped) {
+            q.columns = {query.columns[groupSlot]};
+            q.order = {query.order.front()};
         }
-        return rows;
+        return q;
     }
 
   private:
-    struct Source {
-        bool joined;
-        int field;
-    };
-
-    // The joined table's rows by their key; the first row of a key stands for it.
-    std::unordered_map<std::string, Row> readJoined() {
-        std::unordered_map<std::string, Row> byKey;
-        if (!joined_) return byKey;
-        for (; !joined_->Eof(); joined_->MoveNext()) {
-            Row row(sources_.size(), Variant::Null());
-            for (std::size_t s = 0; s < sources_.size(); ++s)
-                if (sources_[s].joined) row[s] = joined_->GetValue(sources_[s].field);
-            byKey.emplace(foldCase(textOf(joined_->GetValue(joinTo_))), std::move(row));
-        }
-        return byKey;
+    std::size_t slot(const std::string& name) {
+        auto it = slots_.find(foldCase(name));
+        if (it != slots_.end()) return it->second;
+        query.columns.push_back(name);
+        return slots_[foldCase(name)] = query.columns.size() - 1;
     }
-
-    const ReportDesign& d_;
-    std::unique_ptr<Recordset> main_, joined_;
-    int joinFrom_ = 0, joinTo_ = 0;
-    std::vector<Source> sources_;
     std::map<std::string, std::size_t> slots_;
 };
+
+// The values of the current row of a stream, one per slot.
+void readRow(const RowStream& rows, Row& row) {
+    for (std::size_t s = 0; s < row.size(); ++s)
+        row[s] = rows.GetValue(static_cast<int>(s));
+}
 
 // What a column prints for a row: its value, or the product of its factors.
 Variant valueOf(const std::vector<std::size_t>& factors, const Row& row) {
@@ -135,11 +111,42 @@ std::string cut(const std::string& text, int width) {
     return Len(text) > width ? Left(text, width) : text;
 }
 
-// Lays out the lines of the run: group heads, details, group totals, the report's total.
+// Fills pages with lines and hands each on when it is full.
+class Pager {
+  public:
+    Pager(std::size_t lines, ReportPages& out) : lines_(lines), out_(out) {}
+    void add(ReportLine line) {
+        page_.lines.push_back(std::move(line));
+        if (page_.lines.size() == lines_) handOn();
+    }
+    // Hands on the last page; gives the number of pages.
+    int finish() {
+        if (!page_.lines.empty()) handOn();
+        return pages_;
+    }
+
+  private:
+    void handOn() {
+        out_.page(page_);
+        page_.lines.clear();
+        ++pages_;
+    }
+    std::size_t lines_;
+    ReportPages& out_;
+    ReportPage page_;
+    int pages_ = 0;
+};
+
+// Lays out the lines of the run as the rows come: group heads, details, group totals, the
+// report's total, adding up the sums on the way.
 class Layout {
   public:
-    Layout(const ReportDesign& d, std::vector<std::vector<std::size_t>> factors)
-        : d_(d), factors_(std::move(factors)), group_(d.columns.size()), all_(d.columns.size()) {}
+    Layout(const ReportDesign& d, std::vector<std::vector<std::size_t>> factors, Pager& pager)
+        : d_(d),
+          factors_(std::move(factors)),
+          pager_(pager),
+          group_(d.columns.size()),
+          all_(d.columns.size()) {}
 
     void detail(const Row& row) {
         ReportLine line;
@@ -155,23 +162,20 @@ class Layout {
         }
         ++group_.count;
         ++all_.count;
-        lines.push_back(std::move(line));
+        pager_.add(std::move(line));
     }
 
     void groupHead(const Variant& value) {
         groupName_ = textOf(value).empty() ? "(none)" : textOf(value);
         group_ = Totals(d_.columns.size());
-        lines.push_back({ReportLine::Kind::GroupHead, d_.groupCaption + ": " + groupName_, {}});
+        pager_.add({ReportLine::Kind::GroupHead, d_.groupCaption + ": " + groupName_, {}});
     }
 
     void groupTotal() {
-        lines.push_back(total(ReportLine::Kind::GroupTotal, "Total for " + groupName_, group_));
+        pager_.add(total(ReportLine::Kind::GroupTotal, "Total for " + groupName_, group_));
     }
-    void reportTotal() {
-        lines.push_back(total(ReportLine::Kind::ReportTotal, "Report total", all_));
-    }
-
-    std::vector<ReportLine> lines;
+    void nothing() { pager_.add({ReportLine::Kind::Nothing, "Nothing to list.", {}}); }
+    void reportTotal() { pager_.add(total(ReportLine::Kind::ReportTotal, "Report total", all_)); }
 
   private:
     struct Totals {
@@ -194,15 +198,39 @@ class Layout {
 
     const ReportDesign& d_;
     std::vector<std::vector<std::size_t>> factors_;
+    Pager& pager_;
     Totals group_, all_;
     std::string groupName_;
 };
+
+std::unique_ptr<RowStream> openRows(const RowQuery& query, Connection& conn) {
+    auto rows = CreateRowStream();
+    rows->Open(query, conn);
+    return rows;
+}
+
+// How many lines the run lays out: a line per row, a head and a total per group, the note
+// of a report without rows and the report's total.
+long linesOf(const Reading& reading, Connection& conn) {
+    const auto rows = openRows(reading.counting(), conn);
+    long count = 0, groups = 0;
+    Variant last;
+    while (rows->Next()) {
+        if (reading.grouped) {
+            Variant value = rows->GetValue(0);
+            if (count == 0 || !sameGroup(value, last)) ++groups;
+            last = std::move(value);
+        }
+        ++count;
+    }
+    return count + 2 * groups + (count == 0 ? 1 : 0) + 1;
+}
 
 // The company's name from the company setup, "" when there is none.
 std::string companyName(Connection& conn) {
     try {
         auto setup = CreateRecordset();
-        setup->Open(selectAll("Setup"), conn);
+        setup->Open("select * from [Setup]", conn);
         if (!setup->Eof()) return textOf(setup->Fields("Company Name").Value());
     } catch (const VbError&) {
     }
@@ -211,101 +239,100 @@ std::string companyName(Connection& conn) {
 
 }  // namespace
 
-std::string RanReport::pageText(const std::string& line, int page) const {
+std::string ReportFrame::pageText(const std::string& line, int page) const {
     std::string text = line;
     for (const auto& [word, value] : {std::pair<std::string, std::string>{"{title}", title},
                                       {"{page}", std::to_string(page)},
-                                      {"{pages}", std::to_string(pages.size())},
+                                      {"{pages}", std::to_string(pageCount)},
                                       {"{date}", date},
                                       {"{company}", company}})
         text = Replace(text, word, value);
     return text;
 }
 
-int RanReport::totalLabelSpan() const {
+int ReportFrame::totalLabelSpan() const {
     const int count = static_cast<int>(columns.size());
     for (int c = 1; c < count; ++c)
         if (columns[c].sum) return c;
     return count;
 }
 
-namespace {
-
-// The rows a report lists, sorted, with where its columns and group stand in them.
-struct Selection {
-    std::vector<std::vector<std::size_t>> factors;  // per column, the slots it multiplies
-    bool grouped = false;
-    std::size_t groupSlot = 0;
-    std::vector<Row> rows;
-};
-
-// Reads and sorts the rows. The record sets close on return, before the lines are laid out,
-// so the table and the lines are never in memory together.
-Selection selectRows(const ReportDesign& d, Connection& conn) {
-    RowReader reader(d, conn);
-    Selection s;
-    for (const ReportColumn& column : d.columns) {
-        std::vector<std::size_t> slots;
-        for (const std::string& name : column.factors)
-            slots.push_back(reader.slot(name));
-        s.factors.push_back(std::move(slots));
-    }
-    std::vector<std::pair<std::size_t, bool>> keys;
-    s.grouped = !d.group.empty();
-    s.groupSlot = s.grouped ? reader.slot(d.group) : 0;
-    if (s.grouped) keys.push_back({s.groupSlot, false});
-    for (const ReportSortKey& key : d.sort)
-        keys.push_back({reader.slot(key.column), key.descending});
-
-    s.rows = reader.rows();
-    std::stable_sort(s.rows.begin(), s.rows.end(), [&](const Row& a, const Row& b) {
-        for (const auto& [slot, descending] : keys) {
-            const int c = compareValues(a[slot], b[slot]);
-            if (c != 0) return descending ? c > 0 : c < 0;
-        }
-        return false;
-    });
-    return s;
-}
-
-}  // namespace
-
-RanReport runReport(const ReportDesign& d, const std::string& databasePath) {
+int runReport(const ReportDesign& d, const std::string& databasePath, ReportPages& out) {
     auto conn = CreateConnection();
     conn->SetCursorLocation(ado::adUseClient);
     conn->Open(connectionText(databasePath));
-    Selection selection = selectRows(d, *conn);
-    const std::vector<Row>& rows = selection.rows;
-    const bool grouped = selection.grouped;
-    const std::size_t groupSlot = selection.groupSlot;
+    const Reading reading(d);
+    // The rows are read twice, first only counted, so that every page can tell how many
+    // pages there are without the pages being held.
+    const auto rows = openRows(reading.query, *conn);
+    // The first step begins the file's reading, which the count then shares: both see the
+    // same rows.
+    bool more = rows->Next();
+    const long lines = linesOf(reading, *conn);
+    const auto perPage = static_cast<long>(d.lines);
 
-    Layout layout(d, std::move(selection.factors));
-    for (std::size_t r = 0; r < rows.size(); ++r) {
-        if (grouped && (r == 0 || compareValues(rows[r][groupSlot], rows[r - 1][groupSlot]) != 0)) {
-            if (r > 0) layout.groupTotal();
-            layout.groupHead(rows[r][groupSlot]);
-        }
-        layout.detail(rows[r]);
-    }
-    if (grouped && !rows.empty()) layout.groupTotal();
-    if (rows.empty()) layout.lines.push_back({ReportLine::Kind::Nothing, "Nothing to list.", {}});
-    layout.reportTotal();
-    std::vector<Row>().swap(selection.rows);  // the lines hold all that is printed now
-
-    RanReport report;
-    report.title = d.title;
-    report.header = d.header;
-    report.footer = d.footer;
-    report.date = formatDate(theClock().Date(), "MM/DD/YYYY");
-    report.company = companyName(*conn);
+    ReportFrame frame;
+    frame.title = d.title;
+    frame.header = d.header;
+    frame.footer = d.footer;
+    frame.date = formatDate(theClock().Date(), "MM/DD/YYYY");
+    frame.company = companyName(*conn);
     for (const ReportColumn& column : d.columns)
-        report.columns.push_back({column.caption, column.width, column.right, column.sum});
-    for (std::size_t i = 0; i < layout.lines.size(); i += static_cast<std::size_t>(d.lines)) {
-        const auto from = layout.lines.begin() + static_cast<long>(i);
-        const auto to =
-            layout.lines.begin() + static_cast<long>(std::min(layout.lines.size(), i + d.lines));
-        report.pages.push_back(
-            {std::vector<ReportLine>(std::make_move_iterator(from), std::make_move_iterator(to))});
+        frame.columns.push_back({column.caption, column.width, column.right, column.sum});
+    frame.pageCount = static_cast<int>((lines + perPage - 1) / perPage);
+    out.begin(frame);
+
+    Pager pager(static_cast<std::size_t>(perPage), out);
+    Layout layout(d, reading.factors, pager);
+    Row row(reading.query.columns.size());
+    Variant group;
+    bool any = false;
+    for (; more; more = rows->Next()) {
+        readRow(*rows, row);
+        if (reading.grouped && (!any || !sameGroup(row[reading.groupSlot], group))) {
+            if (any) layout.groupTotal();
+            group = row[reading.groupSlot];
+            layout.groupHead(group);
+        }
+        layout.detail(row);
+        any = true;
     }
+    if (reading.grouped && any) layout.groupTotal();
+    if (!any) layout.nothing();
+    layout.reportTotal();
+    const int pages = pager.finish();
+    out.end();
+    return pages;
+}
+
+namespace {
+
+// Keeps every page of a run.
+class KeptPages : public ReportPages {
+  public:
+    explicit KeptPages(RanReport& report) : report_(report) {}
+    void begin(const ReportFrame& frame) override { static_cast<ReportFrame&>(report_) = frame; }
+    void page(const ReportPage& page) override { report_.pages.push_back(page); }
+    void end() override {}
+
+  private:
+    RanReport& report_;
+};
+
+}  // namespace
+
+RanReport runReport(const ReportDesign& design, const std::string& databasePath) {
+    RanReport report;
+    KeptPages kept(report);
+    runReport(design, databasePath, kept);
     return report;
+}
+
+void replayReport(const RanReport& report, ReportPages& out) {
+    ReportFrame frame = report;
+    frame.pageCount = static_cast<int>(report.pages.size());
+    out.begin(frame);
+    for (const ReportPage& page : report.pages)
+        out.page(page);
+    out.end();
 }

@@ -93,6 +93,11 @@ sqlite3* openHandle(const std::string& path, int flags) {
     return db;
 }
 
+int listedOrder(void*, int sizeA, const void* a, int sizeB, const void* b) {
+    return compareListed({static_cast<const char*>(a), static_cast<std::size_t>(sizeA)},
+                         {static_cast<const char*>(b), static_cast<std::size_t>(sizeB)});
+}
+
 }  // namespace
 
 std::shared_ptr<SqliteFile> SqliteFile::open(const std::string& path, Use use) {
@@ -160,6 +165,7 @@ std::shared_ptr<SqliteFile> SqliteFile::create(const std::string& path) {
 }
 
 SqliteFile::SqliteFile(sqlite3* db, std::string path) : db_(db), path_(std::move(path)) {
+    sqlite3_create_collation(db_, "LISTED", SQLITE_UTF8, nullptr, listedOrder);
     std::error_code ec;
     keptPrefix_ = std::filesystem::weakly_canonical(path_, ec).string() + "\n";
 }
@@ -318,6 +324,16 @@ void SqliteFile::scan(const std::string& table, const std::vector<std::string>& 
     while ((rc = sqlite3_step(s.get())) == SQLITE_ROW)
         row(sqlite3_column_int64(s.get(), 0), s.get());
     if (rc != SQLITE_DONE) fail(StoreFailure);
+}
+
+SqliteFile::Query SqliteFile::query(const std::string& sql) {
+    return Query(prepare(sql));
+}
+
+bool SqliteFile::step(sqlite3_stmt* query) {
+    const int rc = sqlite3_step(query);
+    if (rc != SQLITE_ROW && rc != SQLITE_DONE) fail(StoreFailure);
+    return rc == SQLITE_ROW;
 }
 
 void SqliteFile::readRow(const std::string& table, const std::vector<std::string>& columns,

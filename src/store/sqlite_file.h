@@ -74,6 +74,17 @@ class SqliteFile {
     // its rowid and one value per column.
     void scan(const std::string& table, const std::vector<std::string>& columns,
               const std::function<void(std::int64_t rowid, sqlite3_stmt* stmt)>& row);
+    // A query read a row at a time, for readings too long to hold; a query the file refuses
+    // is fault 3146. Its texts may sort through the collation LISTED: as compareListed
+    // orders them (base/convert.h).
+    struct Finalizer {
+        void operator()(sqlite3_stmt* s) const;
+    };
+    using Query = std::unique_ptr<sqlite3_stmt, Finalizer>;
+    Query query(const std::string& sql);
+    // Moves the query to its next row; false past the last.
+    bool step(sqlite3_stmt* query);
+
     // Reads the named columns of one row.
     void readRow(const std::string& table, const std::vector<std::string>& columns,
                  std::int64_t rowid, const std::function<void(sqlite3_stmt* stmt)>& row);
@@ -152,9 +163,6 @@ class SqliteFile {
     [[noreturn]] void fail(int fallbackNumber);
     [[noreturn]] static void throwFor(int code, const std::string& message, int fallbackNumber);
 
-    struct Finalizer {
-        void operator()(sqlite3_stmt* s) const;
-    };
     struct Written {
         std::string sql;
         std::vector<StoredValue> values;

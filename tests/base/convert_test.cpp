@@ -366,3 +366,14 @@ TEST(TextForm, ADateOutOfRangeIsOverflow) {
     EXPECT_EQ(errorOf([] { CStr(Variant::Date(1e300)); }), 6);
     EXPECT_EQ(errorOf([] { CStr(Variant::Date(-1e7)); }), 6);
 }
+
+TEST(CompareListed, OrdersNumbersByValueAndOtherTextsIgnoringCase) {
+    EXPECT_LT(compareListed("2", "10"), 0);
+    EXPECT_GT(compareListed("10", "9.5"), 0);
+    EXPECT_EQ(compareListed("2.0", "2"), 0);
+    EXPECT_EQ(compareListed("Beads", "bEADS"), 0);
+    EXPECT_LT(compareListed("a3", "B1"), 0);
+    // A number beside a text that is none compares as text.
+    EXPECT_LT(compareListed("10", "9a"), 0);
+    EXPECT_GT(compareListed("9a", "10"), 0);
+}

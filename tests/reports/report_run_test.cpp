@@ -26,6 +26,7 @@ class ReportRun : public ::testing::Test {
         return runReport(parseReportDesign(text), cat.path());
     }
 
+  public:
     // Every line of every page, each as its text or its cells joined by "|".
     static std::vector<std::string> linesOf(const RanReport& r) {
         std::vector<std::string> out;
@@ -39,8 +40,27 @@ class ReportRun : public ::testing::Test {
         return out;
     }
 
+  protected:
     TempCatalogue cat;
     FixedClock clock{DateSerial(2004, 3, 7) + 0.5};
+};
+
+// Keeps what a run hands on, as it comes: the page count the frame told at the start, each
+// page's lines as linesOf gives them, and whether the run ended.
+struct PagesSeen : ReportPages {
+    int toldPages = -1, begun = 0, ended = 0;
+    std::vector<std::vector<std::string>> pages;
+    void begin(const ReportFrame& frame) override {
+        toldPages = frame.pageCount;
+        ++begun;
+    }
+    void page(const ReportPage& page) override {
+        RanReport one;
+        one.pages = {page};
+        EXPECT_EQ(ended, 0);
+        pages.push_back(ReportRun::linesOf(one));
+    }
+    void end() override { ++ended; }
 };
 
 const char* byCategory =
@@ -157,4 +177,76 @@ TEST_F(ReportRun, AnUnknownTableOrColumnOrBrokenSelectionIsTheStoresFault) {
 
 TEST_F(ReportRun, ADatabaseThatIsNoCatalogueIsAFault) {
     EXPECT_THROW(runReport(parseReportDesign(byCategory), cat.folder() + "none.mde"), VbError);
+}
+
+TEST_F(ReportRun, HandsOnEachPageAsItFillsWithGroupsAndSumsCarriedAcrossPages) {
+    for (int i = 1; i <= 4; ++i)
+        product("A" + std::to_string(i), "'One'", std::to_string(i));
+    product("B1", "'Two'", "10");
+    product("B2", "'Two'", "20");
+    PagesSeen seen;
+    EXPECT_EQ(runReport(parseReportDesign(std::string(byCategory) + "lines 3\n"), cat.path(), seen),
+              4);
+    EXPECT_EQ(seen.toldPages, 4);
+    EXPECT_EQ(seen.begun, 1);
+    EXPECT_EQ(seen.ended, 1);
+    EXPECT_EQ(seen.pages,
+              (std::vector<std::vector<std::string>>{
+                  {"Category: One", "|A1|$1.00", "|A2|$2.00"},
+                  {"|A3|$3.00", "|A4|$4.00", "Total for One   Items: 4||$10.00"},
+                  {"Category: Two", "|B1|$10.00", "|B2|$20.00"},
+                  {"Total for Two   Items: 2||$30.00", "Report total   Items: 6||$40.00"},
+              }));
+}
+
+TEST_F(ReportRun, TellsEveryPageHowManyPagesTheSelectionNeeds) {
+    // Kept: four groups (no category being one, whether Null or empty; "x" and "X" one) of
+    // 1 to 4 rows, 10 lines of rows and 8 of heads and totals, with the report's total 19.
+    // Each discontinued item would add a line, and one a group too.
+    const std::vector<std::pair<const char*, const char*>> rows{
+        {"'W'", "False"}, {"'x'", "False"}, {"'X'", "False"},  {"'Y'", "Null"},
+        {"'y'", "False"}, {"'Y'", "False"}, {"Null", "False"}, {"''", "False"},
+        {"Null", "Null"}, {"''", "False"},  {"'W'", "True"},   {"'Z'", "True"}};
+    for (std::size_t r = 0; r < rows.size(); ++r) {
+        product("S" + std::to_string(10 + r), rows[r].first, "1");
+        cat.sql("UPDATE Products SET Disco = " + std::string(rows[r].second) +
+                " WHERE StockNo = 'S" + std::to_string(10 + r) + "'");
+    }
+    const std::string design =
+        std::string(byCategory) + "where \"Disco = False or Disco = Null\"\n";
+    for (int lines = 1; lines <= 20; ++lines) {
+        SCOPED_TRACE(lines);
+        PagesSeen seen;
+        const int pages = runReport(
+            parseReportDesign(design + "lines " + std::to_string(lines) + "\n"), cat.path(), seen);
+        std::size_t all = 0;
+        for (const auto& page : seen.pages)
+            all += page.size();
+        EXPECT_EQ(all, 19u);
+        EXPECT_EQ(pages, (19 + lines - 1) / lines);
+        EXPECT_EQ(seen.toldPages, pages);
+        EXPECT_EQ(static_cast<int>(seen.pages.size()), pages);
+    }
+}
+
+TEST_F(ReportRun, AReportWithoutRowsHandsOnOnePageOfOne) {
+    product("A", "'X'", "1");
+    PagesSeen seen;
+    EXPECT_EQ(runReport(parseReportDesign(std::string(byCategory) + "where \"StockNo = 'B'\"\n"),
+                        cat.path(), seen),
+              1);
+    EXPECT_EQ(seen.toldPages, 1);
+    EXPECT_EQ(seen.ended, 1);
+    EXPECT_EQ(seen.pages, (std::vector<std::vector<std::string>>{
+                              {"Nothing to list.", "Report total   Items: 0||$.00"}}));
+}
+
+TEST_F(ReportRun, AFaultBeforeThePagesHandsNothingOn) {
+    product("A", "'X'", "1");
+    PagesSeen seen;
+    EXPECT_VBERROR(
+        runReport(parseReportDesign("table Products\ncolumn Colour \"C\" 5\n"), cat.path(), seen),
+        vberr::ItemNotFound);
+    EXPECT_EQ(seen.begun, 0);
+    EXPECT_TRUE(seen.pages.empty());
 }
