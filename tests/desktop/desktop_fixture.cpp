@@ -4,7 +4,10 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QPixmap>
+#include <QScreen>
 #include <QSettings>
 #include <QTest>
 #include <QWebEngineView>
@@ -167,6 +170,22 @@ bool DesktopFixture::clickInPage(const QString& selector) {
     if (box.isEmpty()) return false;
     clickInPane(box.center());
     return true;
+}
+
+bool DesktopFixture::paneShowsPicture() {
+    return waitFor(
+        [&] {
+            return script("document.images.length > 0 && document.images[0].naturalWidth > 0")
+                .toBool();
+        },
+        Patience);
+}
+
+bool DesktopFixture::photograph(QWidget* window, const QString& path) {
+    const QPixmap shot = QGuiApplication::platformName() == "xcb"
+                             ? window->screen()->grabWindow(window->winId())
+                             : window->grab();
+    return !shot.isNull() && shot.save(path);
 }
 
 bool DesktopFixture::showsLink(const QString& href) {

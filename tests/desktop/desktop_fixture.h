@@ -69,6 +69,10 @@ class DesktopFixture : public ::testing::Test {
     void clickInPane(QPoint at);
     // A real click of the mouse on the element of the page that the selector names.
     bool clickInPage(const QString& selector);
+    // Waits until the first picture of the pane's page has been drawn.
+    bool paneShowsPicture();
+    // Saves a picture of the window as the screen shows it, the pane's page included.
+    static bool photograph(QWidget* window, const QString& path);
     // Whether the page, loaded, holds a link to the address as written.
     bool showsLink(const QString& href);
 

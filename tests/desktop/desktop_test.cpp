@@ -4,7 +4,6 @@
 // settings put it.
 #include <QLabel>
 #include <QMainWindow>
-#include <QScreen>
 #include <QTableView>
 #include <QTest>
 #include <QWebEngineView>
@@ -184,19 +183,9 @@ TEST_F(DesktopTest, AScreenshotOfTheMainWindow) {
     QTest::mouseClick(widget(form(), "cmdShowPic"), Qt::LeftButton);
     ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
     // The edit mode's page gives the picture as "dynsrc" only; it shows all the same.
-    EXPECT_TRUE(waitFor(
-        [&] {
-            return script("document.images.length > 0 && document.images[0].naturalWidth > 0")
-                .toBool();
-        },
-        Patience));
+    EXPECT_TRUE(paneShowsPicture());
     QTest::qWait(500);
-    QWidget* main = window(form()).window();
-    QPixmap shot = QGuiApplication::platformName() == "xcb"
-                       ? main->screen()->grabWindow(main->winId())
-                       : main->grab();
-    ASSERT_FALSE(shot.isNull());
-    EXPECT_TRUE(shot.save(SCREENSHOT));
+    EXPECT_TRUE(photograph(window(form()).window(), SCREENSHOT));
 }
 
 }  // namespace

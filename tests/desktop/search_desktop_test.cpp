@@ -12,7 +12,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
-#include <QScreen>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTest>
@@ -361,11 +360,7 @@ TEST_F(SearchDesktopTest, AScreenshotOfTheSearchForm) {
     detailedSearch([&] {
         buildCriteria(StockNoField, LikeOperator, "BD", ProdDescField);
         QTest::qWait(300);
-        QWidget* w = window(*searchForm());
-        QPixmap shot = QGuiApplication::platformName() == "xcb"
-                           ? w->screen()->grabWindow(w->winId())
-                           : w->grab();
-        saved = !shot.isNull() && shot.save(SEARCH_SCREENSHOT);
+        saved = photograph(window(*searchForm()), SEARCH_SCREENSHOT);
         EXPECT_TRUE(click(onSearch("cmdCancel")));
     });
     EXPECT_TRUE(saved);

@@ -1,8 +1,6 @@
 // The main window on a large screen: maximised, its pane, boxes and their fonts grow with it,
 // and it comes back to the size the form gives; the grid worked with the keys.
 #include <QFont>
-#include <QGuiApplication>
-#include <QScreen>
 #include <QTableView>
 #include <QTest>
 #include <QWebEngineView>
@@ -158,18 +156,9 @@ TEST_F(WindowTest, AScreenshotOfTheMaximisedMainWindow) {
     ASSERT_TRUE(paneShows(QString::fromStdString(stockNo())));
     main()->showMaximized();
     ASSERT_TRUE(waitFor([&] { return main()->width() > 1000; }, Patience));
-    EXPECT_TRUE(waitFor(
-        [&] {
-            return script("document.images.length > 0 && document.images[0].naturalWidth > 0")
-                .toBool();
-        },
-        Patience));
+    EXPECT_TRUE(paneShowsPicture());
     QTest::qWait(500);
-    QPixmap shot = QGuiApplication::platformName() == "xcb"
-                       ? main()->screen()->grabWindow(main()->winId())
-                       : main()->grab();
-    ASSERT_FALSE(shot.isNull());
-    EXPECT_TRUE(shot.save(MAXIMISED_SCREENSHOT));
+    EXPECT_TRUE(photograph(main(), MAXIMISED_SCREENSHOT));
 }
 
 }  // namespace
