@@ -407,6 +407,9 @@ void Cursor::keepAfterWrite(bool exact) {
 void Cursor::resync() {
     const int row = currentRow();
     if (edit_ == Edit::Add) return;
+    // Nothing written since the rows were read: the row is already what the file holds, and
+    // rewriting it would take the rows from the other sets that share them.
+    if (exactBeforeWrite()) return;
     bool found = false;
     file_->readRow(tableName_, namesOf(*table_), table_->rowid(row), [&](sqlite3_stmt* stmt) {
         found = true;

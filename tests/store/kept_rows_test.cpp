@@ -100,6 +100,27 @@ TEST_F(KeptRows, ARowReadAgainFromTheFileIsNotHandedToTheNextSet) {
     EXPECT_EQ(names(*a), "Apple|Bell|Cup|");
 }
 
+TEST_F(KeptRows, AResyncWithNothingWrittenKeepsTheRowAndTheNextSetReadsTheSame) {
+    a->MoveFirst();
+    a->MoveNext();
+    a->Resync(0);
+    EXPECT_EQ(CStr(a->Fields("ProdName").Value()), "Bead");
+    auto b = cat.open(StatementB, *conn);
+    EXPECT_EQ(rowsOf(*b), rowsOf(*a));
+    // A write from another connection since is read again.
+    cat.sql("UPDATE Products SET ProdName = 'Bowl' WHERE StockNo = 'B2'");
+    a->MoveFirst();
+    a->MoveNext();
+    a->Resync(0);
+    EXPECT_EQ(CStr(a->Fields("ProdName").Value()), "Bowl");
+}
+
+TEST_F(KeptRows, AResyncOfARowTheSetDeletedHasNoCurrentRecord) {
+    a->MoveFirst();
+    a->Delete(0);
+    EXPECT_VBERROR(a->Resync(0), 3021);
+}
+
 // A data control on the catalogue's products, refreshed.
 std::unique_ptr<DataControl> productsOf(const TempCatalogue& cat) {
     auto data = CreateDataControl();
