@@ -53,17 +53,9 @@ namespace desktop {
 
 namespace {
 
-constexpr double TwipsPerPixel = 15.0;
 // What a window's frame takes around its client area before the window system says.
 constexpr int FrameWidth = 8, FrameHeight = 30;
 constexpr long DefaultBackColor = 0xFFFFFF;
-
-int px(double twips) {
-    return static_cast<int>(std::lround(twips / TwipsPerPixel));
-}
-double twips(int pixels) {
-    return pixels * TwipsPerPixel;
-}
 
 QString qs(const std::string& s) {
     return QString::fromStdString(s);

@@ -5,9 +5,15 @@
 
 namespace desktop {
 
-namespace {
+int px(double twips) {
+    return static_cast<int>(std::lround(twips / TwipsPerPixel));
+}
 
-constexpr double TwipsPerPixel = 15.0;
+double twips(int pixels) {
+    return pixels * TwipsPerPixel;
+}
+
+namespace {
 
 int pixels(double twips, double ratio) {
     return static_cast<int>(std::lround(twips / TwipsPerPixel * ratio));

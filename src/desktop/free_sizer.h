@@ -6,6 +6,11 @@
 
 namespace desktop {
 
+// The forms count in twips, 15 to a pixel of the screen.
+constexpr double TwipsPerPixel = 15.0;
+int px(double twips);
+double twips(int pixels);
+
 // freeSizer1: a form's contents follow its window. The form keeps every place and size in
 // twips as it was designed, and its own code goes on working in those; the window shows
 // them stretched by the ratio of the area it gives the controls to the designed one, and

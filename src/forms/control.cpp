@@ -60,8 +60,9 @@ Control::Control(Form& form, std::string name, ControlKind kind, int index)
     define("Container", Variant(""));
     // 0 manual, 1 automatic: a press of the left button starts dragging the control.
     if (kind != ControlKind::Menu) define("DragMode", Variant::Integer(0));
-    // Where the Tab key takes the focus next; the form numbers its controls as it adds them.
-    if (kind != ControlKind::Menu) define("TabIndex", Variant::Integer(0));
+    // Where the Tab key takes the focus next: the controls in the order the form adds them.
+    if (kind != ControlKind::Menu)
+        define("TabIndex", Variant::Integer(static_cast<int>(form.Controls().size())));
     if (hasCaption(kind)) define("Caption", Variant(""));
     if (hasText(kind)) define("Text", Variant(""));
     if (kind == ControlKind::TextBox) {

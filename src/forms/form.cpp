@@ -25,11 +25,8 @@ Form::~Form() = default;
 
 Control& Form::Add(const std::string& name, ControlKind kind, int index) {
     controls_.push_back(std::make_unique<Control>(*this, name, kind, index));
-    Control& added = *controls_.back();
-    byName_[name].push_back(&added);
-    if (kind != ControlKind::Menu)
-        added.SetProperty("TabIndex", Variant::Integer(static_cast<int>(controls_.size()) - 1));
-    return added;
+    byName_[name].push_back(controls_.back().get());
+    return *controls_.back();
 }
 
 Control* Form::Find(std::string_view name, int index) const {
