@@ -46,9 +46,13 @@ TEST_F(WindowTest, AMaximisedMainFormGrowsItsPaneAndBoxesInProportion) {
     const QRect paneBefore = pane->geometry(), nameBefore = name->geometry();
     const double pointsBefore = name->font().pointSizeF();
 
+    const double left = form().Num("Left"), top = form().Num("Top");
     main()->showMaximized();
     ASSERT_TRUE(waitFor([&] { return main()->width() > 1000; }, Patience))
         << "the window stayed " << main()->width() << " wide";
+    // The place saved at exit stays the normal window's.
+    EXPECT_EQ(form().Num("Left"), left);
+    EXPECT_EQ(form().Num("Top"), top);
     EXPECT_EQ(form().WindowState(), 2);
     const double across = static_cast<double>(canvas()->width()) / designed.width();
     const double down = static_cast<double>(canvas()->height()) / designed.height();
