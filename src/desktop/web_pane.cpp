@@ -192,6 +192,9 @@ void WebPane::follow(const QUrl& url) {
     if (BeforeNavigate2) BeforeNavigate2(address, cancel);
     if (cancel) return;
     if (CommandStateChange) CommandStateChange();
+    // The page began the link's own navigation before the program declined it; stopped now,
+    // its end is reported before the program's load starts and cannot pass for the end of it.
+    page_->triggerAction(QWebEnginePage::Stop);
     open(address);
 }
 
@@ -221,6 +224,7 @@ void WebPane::open(const std::string& url) {
     document_ = address.isLocalFile() ? readPage(address.toLocalFile().toStdString()) : "";
     history_.push_back({url, false, {}});
     awaiting_ = true;
+    reloaded_ = false;
     loading_ = true;
     page_->load(address);
 }
@@ -287,6 +291,15 @@ void WebPane::loadingChanged(const QWebEngineLoadingInfo& info) {
     const QUrl url = info.url();
     if (url.scheme() == QLatin1String(Scheme) && (url.path().isEmpty() || url.path() == "/")) {
         if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus) emit shown();
+        return;
+    }
+    if (awaiting_ && !reloaded_ && info.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
+        info.errorCode() == 0) {
+        // An end without any error is a late end of a declined link's navigation, and the
+        // browser then reports nothing of the program's own load: it is loaded once more.
+        reloaded_ = true;
+        loading_ = true;
+        page_->load(target(location_));
         return;
     }
     if (!awaiting_ || info.status() == QWebEngineLoadingInfo::LoadStoppedStatus) return;

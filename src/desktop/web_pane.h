@@ -85,6 +85,7 @@ class WebPane : public QObject, public Pane {
     std::string location_;
     std::string document_;
     bool written_ = false;
+    bool reloaded_ = false;  // the awaited load was started again after a false end
     bool awaiting_ = false;  // a navigation whose end raises NavigateComplete2 or NavigateError
     bool loading_ = false;
     bool showPending_ = false;
