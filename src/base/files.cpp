@@ -1,25 +1,25 @@
 #include "base/files.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
 #include <string_view>
 
+#include "base/kept_listings.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
 
 namespace fs = std::filesystem;
 
 std::string Dir(const std::string& path) {
-    // One stat: a page's cells look up two or three pictures each.
-    struct stat status {};
-    if (path.empty() || ::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    // A page's cells look up two or three pictures each: during a run from the kept listing.
+    if (!IsRegularFile(path)) return {};
     return path.substr(path.rfind('/') + 1);  // a regular file's path never ends in "/"
 }
 
 void MkDir(const std::string& path) {
+    KeptListings::forget();
     std::error_code ec;
     fs::path folder = fs::path(path);
     if (!folder.has_filename()) folder = folder.parent_path();
@@ -57,6 +57,7 @@ bool MatchesPattern(const std::string& name, const std::string& patterns) {
 }
 
 void Kill(const std::string& pathPattern) {
+    KeptListings::forget();
     const fs::path path(pathPattern);
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
     std::error_code ec;
@@ -72,6 +73,7 @@ void Kill(const std::string& pathPattern) {
 }
 
 void FileCopy(const std::string& from, const std::string& to) {
+    KeptListings::forget();
     std::error_code ec;
     if (!fs::is_regular_file(from, ec)) throw VbError(vberr::FileNotFound);
     const fs::path target(to);

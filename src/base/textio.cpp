@@ -12,6 +12,7 @@
 
 #include "base/convert.h"
 #include "base/files.h"
+#include "base/kept_listings.h"
 #include "base/vb_error.h"
 
 namespace fs = std::filesystem;
@@ -199,6 +200,7 @@ void TextFileWriter::open(const std::string& path, Mode mode) {
         }
         fd_ = fd;
     }
+    NoteWritten(path);
     buffer_.clear();
     buffer_.reserve(kStartSize);
 }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/kept_listings.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
 
@@ -42,8 +43,7 @@ void HeadlessPane::Navigate2(const std::string& url) {
 void HeadlessPane::load(const std::string& url) {
     std::string path = localPath(url);
     if (!path.empty()) {
-        struct stat info {};
-        if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) {
+        if (!IsRegularFile(path)) {
             if (NavigateError) NavigateError(url);
             return;
         }

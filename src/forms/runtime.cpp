@@ -97,7 +97,7 @@ void Runtime::Show(Form& form, int modal) {
     Activate(form);
     if (modal != vb::vbModal) return;
     while (form.IsLoaded() && form.Visible())
-        ui_.WaitForUser();
+        WaitForUser();
 }
 
 void Runtime::Hide(Form& form) {

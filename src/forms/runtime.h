@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/kept_listings.h"
 #include "base/trap.h"
 #include "forms/form.h"
 #include "forms/settings.h"
@@ -56,8 +57,13 @@ class Runtime {
     bool Unload(Form& form, int unloadMode = 1);
     void Activate(Form& form);
 
+    // Events let run write through the program's own calls, which keep the listings right.
     void LetEventsRun() { ui_.LetEventsRun(); }
-    void WaitForUser() { ui_.WaitForUser(); }
+    // The user may change files with other programs meanwhile: no folder listing is kept.
+    void WaitForUser() {
+        KeptListings::forget();
+        ui_.WaitForUser();
+    }
     // Ends the process at once: nothing is closed in order.
     [[noreturn]] void End();
     bool Ended() const { return ended_; }

@@ -4,6 +4,7 @@
 
 #include "base/convert.h"
 #include "base/format.h"
+#include "base/kept_listings.h"
 #include "base/strings.h"
 #include "forms/runtime.h"
 #include "records/data_control.h"
@@ -297,6 +298,7 @@ bool WebCatalogue::collectItems(Trap& on) {
             });
             on([&] { groups.SetVisible(false); });
             if (!when(on, [&] { return CBool(m.SelectItemsMode); })) {
+                const KeptListings run;  // each move shows the item view and its picture
                 while (!rs.Eof()) {
                     on([&] { m.ItemSerial = Add(m.ItemSerial, Variant::Integer(1)); });
                     on([&] { items.AddItem(textOf(rs.GetValue(StockNo))); });

@@ -4,6 +4,7 @@
 #include "base/convert.h"
 #include "base/files.h"
 #include "base/format.h"
+#include "base/kept_listings.h"
 #include "base/strings.h"
 #include "forms/runtime.h"
 #include "records/data_control.h"
@@ -41,6 +42,7 @@ bool WebCatalogue::frameStyleBelow4() const {
 }
 
 bool WebCatalogue::writePages(Trap& on) {
+    const KeptListings run;  // each cell and detail page looks up its pictures
     for (;;) {
         writePage(on);
         switch (pageEnd(on)) {

@@ -1,0 +1,109 @@
+#include "base/kept_listings.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <map>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+namespace {
+
+using FolderId = std::pair<dev_t, ino_t>;
+
+struct Kept {
+    int runs = 0;
+    // A folder as the program spells it, and the folder it is (none when it is missing).
+    std::unordered_map<std::string, std::optional<FolderId>> folders;
+    // The names in each folder read, with their kind as the listing gives it.
+    std::map<FolderId, std::unordered_map<std::string, unsigned char>> listings;
+
+    void clear() {
+        folders.clear();
+        listings.clear();
+    }
+};
+
+Kept& kept() {
+    static Kept k;
+    return k;
+}
+
+bool statRegular(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// The folder part and name of a path: "a/b.jpg" is "a" and "b.jpg", "b.jpg" is "." and it.
+std::pair<std::string, std::string_view> split(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return {".", path};
+    return {path.substr(0, slash == 0 ? 1 : slash), std::string_view(path).substr(slash + 1)};
+}
+
+const std::optional<FolderId>& folderOf(Kept& k, const std::string& folder) {
+    auto [at, added] = k.folders.try_emplace(folder);
+    if (added) {
+        struct stat status {};
+        if (::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
+            at->second = FolderId{status.st_dev, status.st_ino};
+    }
+    return at->second;
+}
+
+// The folder's names, read now if they were not; nullptr when it cannot be listed.
+const std::unordered_map<std::string, unsigned char>* listingOf(Kept& k, const std::string& folder,
+                                                                const FolderId& id) {
+    if (auto at = k.listings.find(id); at != k.listings.end()) return &at->second;
+    DIR* dir = ::opendir(folder.c_str());
+    if (dir == nullptr) return nullptr;
+    auto& names = k.listings[id];
+    while (const dirent* entry = ::readdir(dir))
+        names.emplace(entry->d_name, entry->d_type);
+    ::closedir(dir);
+    return &names;
+}
+
+}  // namespace
+
+KeptListings::KeptListings() {
+    kept().runs += 1;
+}
+
+KeptListings::~KeptListings() {
+    Kept& k = kept();
+    if (--k.runs == 0) k.clear();
+}
+
+void KeptListings::forget() {
+    kept().clear();
+}
+
+bool IsRegularFile(const std::string& path) {
+    Kept& k = kept();
+    if (path.empty()) return false;
+    if (k.runs == 0) return statRegular(path);
+    const auto [folder, name] = split(path);
+    if (name.empty() || name == "." || name == "..") return statRegular(path);
+    const std::optional<FolderId>& id = folderOf(k, folder);
+    if (!id) return false;
+    const auto* names = listingOf(k, folder, *id);
+    if (names == nullptr) return statRegular(path);
+    const auto at = names->find(std::string(name));
+    if (at == names->end()) return false;
+    if (at->second == DT_REG) return true;
+    // A link or a kind the listing does not tell: the file itself says.
+    return (at->second == DT_LNK || at->second == DT_UNKNOWN) && statRegular(path);
+}
+
+void NoteWritten(const std::string& path) {
+    Kept& k = kept();
+    if (k.runs == 0) return;
+    const auto [folder, name] = split(path);
+    const std::optional<FolderId>& id = folderOf(k, folder);
+    if (!id) return;
+    if (auto at = k.listings.find(*id); at != k.listings.end())
+        at->second[std::string(name)] = DT_REG;
+}

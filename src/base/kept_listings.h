@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+// Folder listings read once and kept while a long run of the program goes on with no user
+// acting: a run that looks up a picture or its item view for every product then asks the
+// kernel once per folder instead of once per file. While one is kept the program's own
+// writes (TextFileWriter) enter it; Kill, FileCopy, MkDir and the user getting control
+// (Runtime::WaitForUser) drop them all. Outside a run nothing is kept.
+class KeptListings {
+  public:
+    KeptListings();
+    ~KeptListings();
+    KeptListings(const KeptListings&) = delete;
+    KeptListings& operator=(const KeptListings&) = delete;
+
+    // Drops every kept listing; the next lookup of the run reads its folder again.
+    static void forget();
+};
+
+// Whether the path names an existing regular file (a link to one counts): from the kept
+// listing of its folder during a run, else one stat.
+bool IsRegularFile(const std::string& path);
+
+// The program made or replaced this regular file: a kept listing of its folder learns it.
+void NoteWritten(const std::string& path);

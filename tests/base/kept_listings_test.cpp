@@ -1,0 +1,100 @@
+#include "base/kept_listings.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "base/files.h"
+#include "base/textio.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class KeptListingsTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        dir_ = fs::temp_directory_path() /
+               ("kept_" + std::string(info->name()) + "_" + std::to_string(::getpid()));
+        fs::remove_all(dir_);
+        fs::create_directories(dir_);
+    }
+    void TearDown() override { fs::remove_all(dir_); }
+    std::string path(const std::string& name) const { return (dir_ / name).string(); }
+    // A file made behind the program's back, as another program would.
+    void touch(const std::string& name) const { std::ofstream(path(name)) << "x"; }
+    static void write(const std::string& file) {
+        TextFileWriter out(file);
+        out.printLine("x");
+    }
+    fs::path dir_;
+};
+
+TEST_F(KeptListingsTest, OutsideARunEveryLookupAsksTheFileItself) {
+    EXPECT_EQ(Dir(path("a.jpg")), "");
+    touch("a.jpg");
+    EXPECT_EQ(Dir(path("a.jpg")), "a.jpg");
+    fs::remove(path("a.jpg"));
+    EXPECT_EQ(Dir(path("a.jpg")), "");
+}
+
+TEST_F(KeptListingsTest, ARunFindsWhatTheFolderHeldAndWhatTheProgramWrites) {
+    touch("a.jpg");
+    fs::create_directory(path("sub.jpg"));
+    const KeptListings run;
+    EXPECT_EQ(Dir(path("a.jpg")), "a.jpg");
+    EXPECT_EQ(Dir(path("a.gif")), "");
+    EXPECT_EQ(Dir(path("sub.jpg")), "");  // a folder is no file
+    write(path("page.htm"));
+    EXPECT_TRUE(IsRegularFile(path("page.htm")));
+    // Another spelling of the same folder knows the write too.
+    write(path("sub.jpg/../other.htm"));
+    EXPECT_EQ(Dir(path("other.htm")), "other.htm");
+}
+
+TEST_F(KeptListingsTest, ARunKeepsTheListingUntilForgottenOrEnded) {
+    {
+        const KeptListings run;
+        EXPECT_EQ(Dir(path("late.jpg")), "");
+        touch("late.jpg");  // behind the program's back: the run answers from its listing
+        EXPECT_EQ(Dir(path("late.jpg")), "");
+        KeptListings::forget();
+        EXPECT_EQ(Dir(path("late.jpg")), "late.jpg");
+        fs::remove(path("late.jpg"));
+    }
+    EXPECT_EQ(Dir(path("late.jpg")), "");
+}
+
+TEST_F(KeptListingsTest, KillFileCopyAndMkDirInARunAreSeen) {
+    touch("a.jpg");
+    const KeptListings run;
+    EXPECT_EQ(Dir(path("a.jpg")), "a.jpg");
+    FileCopy(path("a.jpg"), path("b.jpg"));
+    EXPECT_EQ(Dir(path("b.jpg")), "b.jpg");
+    Kill(path("a.jpg"));
+    EXPECT_EQ(Dir(path("a.jpg")), "");
+    EXPECT_EQ(Dir(path("new/c.jpg")), "");
+    MkDir(path("new"));
+    write(path("new/c.jpg"));
+    EXPECT_EQ(Dir(path("new/c.jpg")), "c.jpg");
+}
+
+TEST_F(KeptListingsTest, ALinkCountsAsTheFileItNames) {
+    touch("a.jpg");
+    fs::create_directory(path("folder"));
+    fs::create_symlink(path("a.jpg"), path("link.jpg"));
+    fs::create_symlink(path("folder"), path("dirlink.jpg"));
+    fs::create_symlink(path("gone.jpg"), path("broken.jpg"));
+    const KeptListings run;
+    EXPECT_EQ(Dir(path("link.jpg")), "link.jpg");
+    EXPECT_EQ(Dir(path("dirlink.jpg")), "");
+    EXPECT_EQ(Dir(path("broken.jpg")), "");
+    EXPECT_EQ(Dir(path("missing/a.jpg")), "");
+    EXPECT_EQ(Dir(""), "");
+}
+
+}  // namespace
