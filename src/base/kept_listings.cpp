@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <map>
 #include <optional>
@@ -19,10 +20,19 @@ struct Kept {
     std::unordered_map<std::string, std::optional<FolderId>> folders;
     // The names in each folder read, with their kind as the listing gives it.
     std::map<FolderId, std::unordered_map<std::string, unsigned char>> listings;
+    // The file last written whole, still open.
+    std::string writerPath;
+    int writer = -1;
 
+    void dropWriter() {
+        if (writer >= 0) ::close(writer);
+        writer = -1;
+        writerPath.clear();
+    }
     void clear() {
         folders.clear();
         listings.clear();
+        dropWriter();
     }
 };
 
@@ -106,4 +116,24 @@ void NoteWritten(const std::string& path) {
     if (!id) return;
     if (auto at = k.listings.find(*id); at != k.listings.end())
         at->second[std::string(name)] = DT_REG;
+}
+
+bool KeepWriter(const std::string& path, int fd) {
+    Kept& k = kept();
+    if (k.runs == 0) return false;
+    k.dropWriter();
+    k.writer = fd;
+    k.writerPath = path;
+    return true;
+}
+
+int TakeKeptWriter(const std::string& path) {
+    Kept& k = kept();
+    if (k.writer < 0) return -1;
+    if (k.writerPath != path) {
+        k.dropWriter();
+        return -1;
+    }
+    k.writerPath.clear();
+    return std::exchange(k.writer, -1);
 }

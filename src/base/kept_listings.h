@@ -24,3 +24,12 @@ bool IsRegularFile(const std::string& path);
 
 // The program made or replaced this regular file: a kept listing of its folder learns it.
 void NoteWritten(const std::string& path);
+
+// During a run the descriptor of the file last written whole and closed stays open, so
+// that writing the same file again (the item view, once a product) rewrites it in place
+// rather than opening, emptying and closing it anew. KeepWriter takes the descriptor, or
+// returns false outside a run (the caller closes it); TakeKeptWriter gives back the one
+// kept for exactly this path (-1 if none) and closes any other. Forgetting or ending the
+// run closes it.
+bool KeepWriter(const std::string& path, int fd);
+int TakeKeptWriter(const std::string& path);

@@ -150,7 +150,10 @@ TextFileWriter::~TextFileWriter() {
 }
 
 TextFileWriter::TextFileWriter(TextFileWriter&& other) noexcept
-    : fd_(std::exchange(other.fd_, -1)), buffer_(std::move(other.buffer_)) {}
+    : fd_(std::exchange(other.fd_, -1)),
+      buffer_(std::move(other.buffer_)),
+      keepAs_(std::move(other.keepAs_)),
+      rewriteAt_(std::exchange(other.rewriteAt_, -1)) {}
 
 TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
     if (this != &other) {
@@ -160,6 +163,8 @@ TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
         }
         fd_ = std::exchange(other.fd_, -1);
         buffer_ = std::move(other.buffer_);
+        keepAs_ = std::move(other.keepAs_);
+        rewriteAt_ = std::exchange(other.rewriteAt_, -1);
     }
     return *this;
 }
@@ -169,12 +174,23 @@ void TextFileWriter::open(const std::string& path, Mode mode) {
     if (path.empty()) throw VbError(vberr::BadFileNameOrNumber);
     OpenFiles& files = openFiles();
     const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::Append ? O_APPEND : 0);
-    if (files.empty()) {
+    const int kept = TakeKeptWriter(path);
+    keepAs_.clear();
+    rewriteAt_ = -1;
+    if (kept >= 0 && (mode == Mode::Append || !files.empty())) ::close(kept);
+    if (kept >= 0 && mode == Mode::Output && files.empty()) {
+        // The file this run wrote last, written again: in place, emptied at close.
+        files.acquireWriter(kept, std::nullopt);
+        fd_ = kept;
+        rewriteAt_ = 0;
+        keepAs_ = path;
+    } else if (files.empty()) {
         // Nothing else is open, so nothing can be this file: replaced at once.
         const int fd = ::open(path.c_str(), flags | (mode == Mode::Output ? O_TRUNC : 0), 0666);
         if (fd < 0) throwOpenFault(errno, path, kPathFileAccessError);
         files.acquireWriter(fd, std::nullopt);
         fd_ = fd;
+        if (mode == Mode::Output) keepAs_ = path;
     } else if (const int created = ::open(path.c_str(), flags | O_EXCL, 0666); created >= 0) {
         // A file this open made is none of the open ones: nothing to check, nothing to
         // empty, and its identity is learnt only if a later open asks.
@@ -227,22 +243,45 @@ void TextFileWriter::printValue(const Variant& v) {
     printLine(printForm(v));
 }
 
-void TextFileWriter::flush() {
-    if (buffer_.empty()) return;
-    const bool complete = writeAll(fd_, buffer_);
+bool TextFileWriter::put() {
+    if (buffer_.empty()) return true;
+    bool complete = true;
+    if (rewriteAt_ < 0) {
+        complete = writeAll(fd_, buffer_);
+    } else {
+        std::size_t done = 0;
+        while (complete && done < buffer_.size()) {
+            const ssize_t wrote = ::pwrite(fd_, buffer_.data() + done, buffer_.size() - done,
+                                           static_cast<off_t>(rewriteAt_));
+            if (wrote < 0 && errno == EINTR) continue;
+            complete = wrote > 0;
+            if (complete) {
+                done += static_cast<std::size_t>(wrote);
+                rewriteAt_ += wrote;
+            }
+        }
+    }
     buffer_.clear();
-    if (!complete) throw VbError(61, "Disk full");
+    return complete;
+}
+
+void TextFileWriter::flush() {
+    if (!put()) throw VbError(61, "Disk full");
 }
 
 void TextFileWriter::close() {
     if (fd_ < 0) return;
+    openFiles().releaseWriter(fd_);
+    bool ok = put();
+    // A file rewritten in place loses what is left of its longer last contents.
+    if (ok && rewriteAt_ >= 0 && ::ftruncate(fd_, static_cast<off_t>(rewriteAt_)) != 0) ok = false;
     const int fd = std::exchange(fd_, -1);
-    openFiles().releaseWriter(fd);
-    bool ok = true;
-    if (!buffer_.empty()) {
-        ok = writeAll(fd, buffer_);
-        buffer_.clear();
+    rewriteAt_ = -1;
+    if (ok && !keepAs_.empty() && KeepWriter(keepAs_, fd)) {
+        keepAs_.clear();
+        return;
     }
+    keepAs_.clear();
     if (::close(fd) != 0) ok = false;
     if (!ok) throw VbError(61, "Disk full");
 }

@@ -45,9 +45,15 @@ class TextFileWriter {
 
   private:
     void flush();
+    // Writes the buffer at the place reached; false when the disk takes less.
+    bool put();
 
     int fd_ = -1;
     std::string buffer_;
+    // A replaced file: its path, to keep its descriptor open at close during a run.
+    std::string keepAs_;
+    // A kept descriptor rewritten in place: where the next bytes go (-1 when not).
+    long long rewriteAt_ = -1;
 };
 
 // A text file opened for input, read whole at open. Faults: an empty name is VbError

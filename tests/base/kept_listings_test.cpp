@@ -9,6 +9,7 @@
 
 #include "base/files.h"
 #include "base/textio.h"
+#include "base/vb_error.h"
 
 namespace fs = std::filesystem;
 
@@ -95,6 +96,50 @@ TEST_F(KeptListingsTest, ALinkCountsAsTheFileItNames) {
     EXPECT_EQ(Dir(path("broken.jpg")), "");
     EXPECT_EQ(Dir(path("missing/a.jpg")), "");
     EXPECT_EQ(Dir(""), "");
+}
+
+std::string contents(const std::string& file) {
+    TextFileReader in(file);
+    std::string text;
+    while (!in.eof())
+        text += in.lineInput() + "|";
+    return text;
+}
+
+TEST_F(KeptListingsTest, AFileWrittenAgainInARunHoldsOnlyItsLastContents) {
+    const KeptListings run;
+    {
+        TextFileWriter out(path("page.htm"));
+        out.printLine("a long first line");
+        out.printLine("and a second");
+    }
+    {
+        TextFileWriter out(path("page.htm"));
+        out.printLine("short");
+    }
+    EXPECT_EQ(contents(path("page.htm")), "short|");
+    EXPECT_EQ(fs::file_size(path("page.htm")), 7u);
+    {
+        TextFileWriter out(path("page.htm"), TextFileWriter::Mode::Append);
+        out.printLine("added");
+    }
+    EXPECT_EQ(contents(path("page.htm")), "short|added|");
+}
+
+TEST_F(KeptListingsTest, AFileKilledInARunIsMadeAgainWhenWritten) {
+    const KeptListings run;
+    write(path("page.htm"));
+    Kill(path("page.htm"));
+    EXPECT_FALSE(fs::exists(path("page.htm")));
+    write(path("page.htm"));
+    EXPECT_EQ(contents(path("page.htm")), "x|");
+}
+
+TEST_F(KeptListingsTest, AnOpenFileIsStillRefusedWhileOneIsKept) {
+    const KeptListings run;
+    write(path("page.htm"));
+    TextFileWriter out(path("page.htm"));
+    EXPECT_THROW(TextFileWriter(path("page.htm")), VbError);
 }
 
 }  // namespace
