@@ -23,6 +23,7 @@ struct Kept {
     // The file last written whole, still open.
     std::string writerPath;
     int writer = -1;
+    long long writerSize = 0;
 
     void dropWriter() {
         if (writer >= 0) ::close(writer);
@@ -118,16 +119,17 @@ void NoteWritten(const std::string& path) {
         at->second[std::string(name)] = DT_REG;
 }
 
-bool KeepWriter(const std::string& path, int fd) {
+bool KeepWriter(const std::string& path, int fd, long long size) {
     Kept& k = kept();
     if (k.runs == 0) return false;
     k.dropWriter();
     k.writer = fd;
     k.writerPath = path;
+    k.writerSize = size;
     return true;
 }
 
-int TakeKeptWriter(const std::string& path) {
+int TakeKeptWriter(const std::string& path, long long& size) {
     Kept& k = kept();
     if (k.writer < 0) return -1;
     if (k.writerPath != path) {
@@ -135,5 +137,6 @@ int TakeKeptWriter(const std::string& path) {
         return -1;
     }
     k.writerPath.clear();
+    size = k.writerSize;
     return std::exchange(k.writer, -1);
 }

@@ -30,6 +30,6 @@ void NoteWritten(const std::string& path);
 // rather than opening, emptying and closing it anew. KeepWriter takes the descriptor, or
 // returns false outside a run (the caller closes it); TakeKeptWriter gives back the one
 // kept for exactly this path (-1 if none) and closes any other. Forgetting or ending the
-// run closes it.
-bool KeepWriter(const std::string& path, int fd);
-int TakeKeptWriter(const std::string& path);
+// run closes it. `size` is the length the program left the file at.
+bool KeepWriter(const std::string& path, int fd, long long size);
+int TakeKeptWriter(const std::string& path, long long& size);

@@ -98,18 +98,6 @@ FileKey keyOf(int fd, std::size_t* size = nullptr) {
     return {static_cast<std::uint64_t>(info.st_dev), static_cast<std::uint64_t>(info.st_ino)};
 }
 
-// Writes all of `data`; false when the disk takes less.
-bool writeAll(int fd, const std::string& data) {
-    std::size_t done = 0;
-    while (done < data.size()) {
-        const ssize_t wrote = ::write(fd, data.data() + done, data.size() - done);
-        if (wrote < 0 && errno == EINTR) continue;
-        if (wrote <= 0) return false;
-        done += static_cast<std::size_t>(wrote);
-    }
-    return true;
-}
-
 std::string numberPrintForm(const Variant& v) {
     std::string text = CStr(v);
     const bool negative = !text.empty() && text[0] == '-';
@@ -153,7 +141,9 @@ TextFileWriter::TextFileWriter(TextFileWriter&& other) noexcept
     : fd_(std::exchange(other.fd_, -1)),
       buffer_(std::move(other.buffer_)),
       keepAs_(std::move(other.keepAs_)),
-      rewriteAt_(std::exchange(other.rewriteAt_, -1)) {}
+      written_(other.written_),
+      inPlace_(std::exchange(other.inPlace_, false)),
+      keptSize_(other.keptSize_) {}
 
 TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
     if (this != &other) {
@@ -164,7 +154,9 @@ TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
         fd_ = std::exchange(other.fd_, -1);
         buffer_ = std::move(other.buffer_);
         keepAs_ = std::move(other.keepAs_);
-        rewriteAt_ = std::exchange(other.rewriteAt_, -1);
+        written_ = other.written_;
+        inPlace_ = std::exchange(other.inPlace_, false);
+        keptSize_ = other.keptSize_;
     }
     return *this;
 }
@@ -174,15 +166,16 @@ void TextFileWriter::open(const std::string& path, Mode mode) {
     if (path.empty()) throw VbError(vberr::BadFileNameOrNumber);
     OpenFiles& files = openFiles();
     const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::Append ? O_APPEND : 0);
-    const int kept = TakeKeptWriter(path);
+    const int kept = TakeKeptWriter(path, keptSize_);
     keepAs_.clear();
-    rewriteAt_ = -1;
+    written_ = 0;
+    inPlace_ = false;
     if (kept >= 0 && (mode == Mode::Append || !files.empty())) ::close(kept);
     if (kept >= 0 && mode == Mode::Output && files.empty()) {
         // The file this run wrote last, written again: in place, emptied at close.
         files.acquireWriter(kept, std::nullopt);
         fd_ = kept;
-        rewriteAt_ = 0;
+        inPlace_ = true;
         keepAs_ = path;
     } else if (files.empty()) {
         // Nothing else is open, so nothing can be this file: replaced at once.
@@ -244,23 +237,18 @@ void TextFileWriter::printValue(const Variant& v) {
 }
 
 bool TextFileWriter::put() {
-    if (buffer_.empty()) return true;
-    bool complete = true;
-    if (rewriteAt_ < 0) {
-        complete = writeAll(fd_, buffer_);
-    } else {
-        std::size_t done = 0;
-        while (complete && done < buffer_.size()) {
-            const ssize_t wrote = ::pwrite(fd_, buffer_.data() + done, buffer_.size() - done,
-                                           static_cast<off_t>(rewriteAt_));
-            if (wrote < 0 && errno == EINTR) continue;
-            complete = wrote > 0;
-            if (complete) {
-                done += static_cast<std::size_t>(wrote);
-                rewriteAt_ += wrote;
-            }
-        }
+    std::size_t done = 0;
+    while (done < buffer_.size()) {
+        const char* from = buffer_.data() + done;
+        const std::size_t left = buffer_.size() - done;
+        const ssize_t wrote = inPlace_ ? ::pwrite(fd_, from, left, static_cast<off_t>(written_))
+                                       : ::write(fd_, from, left);
+        if (wrote < 0 && errno == EINTR) continue;
+        if (wrote <= 0) break;
+        done += static_cast<std::size_t>(wrote);
+        written_ += wrote;
     }
+    const bool complete = done == buffer_.size();
     buffer_.clear();
     return complete;
 }
@@ -274,10 +262,12 @@ void TextFileWriter::close() {
     openFiles().releaseWriter(fd_);
     bool ok = put();
     // A file rewritten in place loses what is left of its longer last contents.
-    if (ok && rewriteAt_ >= 0 && ::ftruncate(fd_, static_cast<off_t>(rewriteAt_)) != 0) ok = false;
+    if (ok && inPlace_ && written_ < keptSize_ &&
+        ::ftruncate(fd_, static_cast<off_t>(written_)) != 0)
+        ok = false;
     const int fd = std::exchange(fd_, -1);
-    rewriteAt_ = -1;
-    if (ok && !keepAs_.empty() && KeepWriter(keepAs_, fd)) {
+    inPlace_ = false;
+    if (ok && !keepAs_.empty() && KeepWriter(keepAs_, fd, written_)) {
         keepAs_.clear();
         return;
     }

@@ -52,8 +52,11 @@ class TextFileWriter {
     std::string buffer_;
     // A replaced file: its path, to keep its descriptor open at close during a run.
     std::string keepAs_;
-    // A kept descriptor rewritten in place: where the next bytes go (-1 when not).
-    long long rewriteAt_ = -1;
+    // The bytes written since the open; a kept descriptor rewritten in place puts the next
+    // ones there, and cuts the file at close when it held more (its length then).
+    long long written_ = 0;
+    bool inPlace_ = false;
+    long long keptSize_ = 0;
 };
 
 // A text file opened for input, read whole at open. Faults: an empty name is VbError

@@ -119,6 +119,13 @@ TEST_F(KeptListingsTest, AFileWrittenAgainInARunHoldsOnlyItsLastContents) {
     }
     EXPECT_EQ(contents(path("page.htm")), "short|");
     EXPECT_EQ(fs::file_size(path("page.htm")), 7u);
+    write(path("page.htm"));  // shorter again, after a write that was not cut
+    EXPECT_EQ(contents(path("page.htm")), "x|");
+    EXPECT_EQ(fs::file_size(path("page.htm")), 3u);
+    {
+        TextFileWriter out(path("page.htm"));
+        out.printLine("short");
+    }
     {
         TextFileWriter out(path("page.htm"), TextFileWriter::Mode::Append);
         out.printLine("added");
