@@ -1,6 +1,10 @@
 // The main window on a large screen: maximised, its pane, boxes and their fonts grow with it,
-// and it comes back to the size the form gives; the grid worked with the keys.
+// and it comes back to the size the form gives; a check box's mark grows with its font; the
+// grid worked with the keys.
+#include <QCheckBox>
 #include <QFont>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QTableView>
 #include <QTest>
 #include <QWebEngineView>
@@ -98,6 +102,29 @@ TEST_F(WindowTest, AWindowSizedByHandTakesTheFormsSizeAgainWhenTheFormIsActivate
     EXPECT_TRUE(waitFor([&] { return main()->size() == designed; }, Patience))
         << "the window is " << main()->width() << " x " << main()->height();
     EXPECT_EQ(next->width(), nextWidth);
+}
+
+TEST_F(WindowTest, ACheckBoxMarkGrowsWithItsMaximisedWindow) {
+    start();
+    window(form()).actionFor(form()("mnuHelpTip"))->trigger();
+    Form* tip = program_->runtime().Loaded("frmTip");
+    ASSERT_TRUE(tip);
+    auto* box = qobject_cast<QCheckBox*>(widget(*tip, "chkLoadTipsAtStartup"));
+    ASSERT_TRUE(box);
+    ASSERT_TRUE(waitFor([&] { return box->isVisible(); }, Patience));
+    // The mark as the box's style lays it out.
+    auto mark = [&] {
+        QStyleOptionButton option;
+        option.initFrom(box);
+        return box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box).size();
+    };
+    const QSize before = mark();
+    const double pointsBefore = box->font().pointSizeF();
+    box->window()->showMaximized();
+    ASSERT_TRUE(waitFor([&] { return box->font().pointSizeF() > pointsBefore * 1.5; }, Patience));
+    const double grown = box->font().pointSizeF() / pointsBefore;
+    EXPECT_NEAR(mark().width(), before.width() * grown, 1.5);
+    EXPECT_NEAR(mark().height(), before.height() * grown, 1.5);
 }
 
 TEST_F(WindowTest, TheGridAndTheRecordFollowTheKeysTogether) {
