@@ -517,6 +517,7 @@ void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& v
         if (sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
             fail(StoreFailure);
         groupOpen_ = true;
+        versionInGroup_ = -1;
         groupStarted_ = std::chrono::steady_clock::now();
     }
     {
@@ -559,6 +560,7 @@ bool SqliteFile::commitGroup() {
         replayGroup();
     }
     groupOpen_ = false;
+    versionInGroup_ = -1;
     groupWrites_.clear();
     return true;
 }
@@ -567,6 +569,7 @@ void SqliteFile::replayGroup() {
     std::vector<Written> writes = std::move(groupWrites_);
     groupWrites_.clear();
     groupOpen_ = false;
+    versionInGroup_ = -1;
     for (const auto& written : writes) {
         Lease s = cached(written.sql);
         for (std::size_t i = 0; i < written.values.size(); ++i)
@@ -578,8 +581,14 @@ void SqliteFile::replayGroup() {
 SqliteFile::State SqliteFile::state() {
     State now;
     now.writes = writes_;
+    const bool holdsLock = groupOpen_ && !sqlite3_get_autocommit(db_);
+    if (holdsLock && versionInGroup_ >= 0) {
+        now.dataVersion = versionInGroup_;
+        return now;
+    }
     Lease s = cached("PRAGMA data_version");
     if (sqlite3_step(s.get()) == SQLITE_ROW) now.dataVersion = sqlite3_column_int64(s.get(), 0);
+    versionInGroup_ = holdsLock ? now.dataVersion : -1;
     return now;
 }
 

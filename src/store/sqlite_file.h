@@ -173,6 +173,9 @@ class SqliteFile {
     std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Finalizer>> statements_;
     int groupDepth_ = 0;
     bool groupOpen_ = false;  // the group's transaction has begun
+    // The data version read while the group's transaction holds the write lock: no other
+    // connection can commit then, so it holds until the group ends (-1 when not read yet).
+    std::int64_t versionInGroup_ = -1;
     std::chrono::steady_clock::time_point groupStarted_;
     std::vector<Written> groupWrites_;
     // Every write through this connection counts, refused ones too.
