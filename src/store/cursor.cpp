@@ -342,17 +342,17 @@ void Cursor::update() {
         std::optional<std::vector<StoredValue>> stored;
         if (rules) stored = rules->added(columns, values);
         if (stored) {
-            rowid = file_->insert(tableName_, names, values);
+            rowid = file_->insert(tableName_, names, std::move(values));
             for (int c = 0; c < table_->columnCount(); ++c) {
                 if (rules->columns[c].key) (*stored)[c].i = rowid;
                 changing().setStored(row, c, (*stored)[c]);
             }
         } else {
-            rowid =
-                file_->insert(tableName_, names, values, namesOf(*table_), [&](sqlite3_stmt* stmt) {
-                    for (int c = 0; c < table_->columnCount(); ++c)
-                        changing().setStored(row, c, SqliteFile::column(stmt, c));
-                });
+            rowid = file_->insert(tableName_, names, std::move(values), namesOf(*table_),
+                                  [&](sqlite3_stmt* stmt) {
+                                      for (int c = 0; c < table_->columnCount(); ++c)
+                                          changing().setStored(row, c, SqliteFile::column(stmt, c));
+                                  });
         }
         changing().setRowid(row, rowid);
         std::vector<int> indexed;
