@@ -895,6 +895,10 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
                 if (!window_->isVisible() ||
                     (window_->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized)))
                     break;
+                // The window manager may frame the window after the form gave it its size;
+                // unless the user has sized it since, it takes the form's size again.
+                if (window_->size() == designedWindow_ && designedSize() != designedWindow_)
+                    sizeWindow();
                 const QPoint at = window_->pos();
                 if (px(form_.Num("Left")) != at.x() || px(form_.Num("Top")) != at.y())
                     act([this, at] {

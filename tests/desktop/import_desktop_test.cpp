@@ -53,26 +53,6 @@ class ImportDesktopTest : public DesktopFixture {
             dragWithMouse(widget("Label2", source), widget("Label1", target));
         };
     }
-    // The open dialog: the user types the file's path into its name box and presses Enter.
-    // The dialog fills its name box as it opens; the user types once it has. `filters`
-    // takes the dialog's filters.
-    static void openDialog(UserSteps& user, const std::string& path,
-                           QStringList* filters = nullptr) {
-        using Dialog = QFileDialog;
-        user.then(
-            "the open dialog", [] { return UserSteps::waiting<Dialog>() != nullptr; },
-            [path, filters] {
-                if (filters) *filters = UserSteps::waiting<Dialog>()->nameFilters();
-                auto* name = UserSteps::waiting<Dialog>()->findChild<QLineEdit*>("fileNameEdit");
-                if (name->text() == QString::fromStdString(path)) {
-                    QTest::keyClick(name, Qt::Key_Return);
-                    return;
-                }
-                name->selectAll();
-                QTest::keyClicks(name, QString::fromStdString(path));
-            },
-            [] { return UserSteps::waiting<Dialog>() == nullptr; });
-    }
     // The program started on its sample shop, the item in the pane, and Bulk Add clicked:
     // the build menu in the pane. `before` takes the number of products.
     void startOnTheBuildMenu(int& before) {
@@ -107,7 +87,7 @@ TEST_F(ImportDesktopTest, ThreeFieldsDraggedOntoTheBoardBringInTheSuppliersList)
 
     UserSteps user(4 * Patience);
     user.answerBox("To EDIT The Existing Items ONLY", QMessageBox::No);
-    openDialog(user, list);
+    user.answerFile("the open dialog", QString::fromStdString(list));
     user.then(
         "the head of the file", [&] { return showsLink("GF-1"); },
         [&] { EXPECT_TRUE(clickLink("GF-1")); });
@@ -153,7 +133,8 @@ TEST_F(ImportDesktopTest, FieldsOfAnAccessTableDraggedOntoTheBoardBringInItsRows
     QStringList filters;
     UserSteps user(4 * Patience);
     user.answerBox("To EDIT The Existing Items ONLY", QMessageBox::No);
-    openDialog(user, source, &filters);
+    user.answerFile("the open dialog", QString::fromStdString(source),
+                    [&] { filters = UserSteps::waiting<QFileDialog>()->nameFilters(); });
     user.then(
         "the list of tables", [&] { return showsLink("GF-9"); },
         [&] { EXPECT_TRUE(clickLink("GF-9")); });

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCompleter>
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -80,6 +81,13 @@ void UserSteps::answerFile(std::string what, const QString& path, std::function<
         [path, prepare] {
             if (prepare) prepare();
             auto* name = waiting<QFileDialog>()->findChild<QLineEdit*>("fileNameEdit");
+            // The box offers the folder's names as they are read, in a list that takes the
+            // Enter key while it shows: the user closes it first.
+            if (QWidget* offer = name->completer() ? name->completer()->popup() : nullptr;
+                offer && offer->isVisible()) {
+                QTest::keyClick(offer, Qt::Key_Escape);
+                return;
+            }
             if (name->text() == path) {
                 QTest::keyClick(name, Qt::Key_Return);
                 return;
