@@ -95,7 +95,10 @@ std::vector<fs::path> resolvedChain(const fs::path& folder) {
 std::string folderPath(const std::string& path) {
     std::error_code ec;
     if (plainAbsolute(path)) {
-        if (!fs::is_directory(path, ec)) throw VbError(vberr::PathNotFound, "Path not found");
+        // A plain stat: a path object would split the path into parts first.
+        struct stat st {};
+        if (stat(path.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
+            throw VbError(vberr::PathNotFound, "Path not found");
         return path;
     }
     fs::path p = fs::absolute(fs::path(path.empty() ? "." : path), ec).lexically_normal();
