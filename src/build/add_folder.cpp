@@ -208,7 +208,7 @@ void FolderRun::newFile() {
     }
     if (substitute) on([&] { picture = path_; });
     on([&] { rs().AddNew(); });
-    on([&] { rs().SetValue(0, Variant::Integer(nextNumber_)); });
+    on([&] { return rs().TrySetValue(0, Variant::Integer(nextNumber_)); });
     on([&] { note_ = noteDate() + " Added From Folder: " + folderName_ + vb::vbCrLf; });
     on([&] { return addOne(added_); });
     on([&] { rs().SetValue(StockNoColumn, Variant(stockNo_)); });

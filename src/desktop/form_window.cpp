@@ -23,6 +23,7 @@
 #include <QRubberBand>
 #include <QScreen>
 #include <QSlider>
+#include <QStyle>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -695,6 +696,20 @@ void FormWindow::applyFont(Control& c, QWidget& w, bool initial) {
     if (points > 0) font.setPointSizeF(sizer_.fontPoints(points));
     if (c.HasProperty("FontName") && !initial) font.setFamily(qs(textOf(c.Property("FontName"))));
     w.setFont(font);
+    // A check or option box draws its mark at the style's own size: the mark grows with the
+    // font, or it stays a speck beside a large caption.
+    const bool check = qobject_cast<QCheckBox*>(&w), option = qobject_cast<QRadioButton*>(&w);
+    if (check || option) {
+        const double scale = sizer_.fontScale();
+        const int side = static_cast<int>(std::lround(
+            QApplication::style()->pixelMetric(check ? QStyle::PM_IndicatorWidth
+                                                     : QStyle::PM_ExclusiveIndicatorWidth) *
+            scale));
+        const QString sheet =
+            scale == 1.0 ? QString()
+                         : QStringLiteral("::indicator { width: %1px; height: %1px; }").arg(side);
+        if (w.styleSheet() != sheet) w.setStyleSheet(sheet);
+    }
 }
 
 void FormWindow::applyMenu(Control& c, std::string_view property) {

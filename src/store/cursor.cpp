@@ -339,20 +339,18 @@ void Cursor::update() {
         // The row as the file now holds it: the file fills in the key and the defaults. When
         // the table's rules tell what it made of each value, the row is not read back.
         std::int64_t rowid = 0;
-        std::optional<std::vector<StoredValue>> stored;
-        if (rules) stored = rules->added(columns, values);
-        if (stored) {
-            rowid = file_->insert(tableName_, names, values);
+        if (rules && rules->added(columns, values, addedRow_)) {
+            rowid = file_->insert(tableName_, names, std::move(values));
             for (int c = 0; c < table_->columnCount(); ++c) {
-                if (rules->columns[c].key) (*stored)[c].i = rowid;
-                changing().setStored(row, c, (*stored)[c]);
+                if (rules->columns[c].key) addedRow_[c].i = rowid;
+                changing().setStored(row, c, addedRow_[c]);
             }
         } else {
-            rowid =
-                file_->insert(tableName_, names, values, namesOf(*table_), [&](sqlite3_stmt* stmt) {
-                    for (int c = 0; c < table_->columnCount(); ++c)
-                        changing().setStored(row, c, SqliteFile::column(stmt, c));
-                });
+            rowid = file_->insert(tableName_, names, std::move(values), namesOf(*table_),
+                                  [&](sqlite3_stmt* stmt) {
+                                      for (int c = 0; c < table_->columnCount(); ++c)
+                                          changing().setStored(row, c, SqliteFile::column(stmt, c));
+                                  });
         }
         changing().setRowid(row, rowid);
         std::vector<int> indexed;

@@ -120,6 +120,7 @@ class Cursor {
 
     Edit edit_ = Edit::None;
     std::vector<std::pair<int, Variant>> pending_;
+    std::vector<StoredValue> addedRow_;  // an added row as the file holds it, room reused
     // How the table takes writes, read at the first one: what a write left in the file
     // then needs no reading back.
     std::optional<std::optional<WriteRules>> writeRules_;

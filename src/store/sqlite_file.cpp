@@ -420,7 +420,7 @@ int stepWrite(sqlite3_stmt* s, const SqliteFile::Returned& returned) {
 }  // namespace
 
 std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std::string>& columns,
-                                const std::vector<StoredValue>& values,
+                                std::vector<StoredValue> values,
                                 const std::vector<std::string>& returning,
                                 const Returned& returned) {
     // The key goes first, Null so that the file gives it; a group made again after a
@@ -430,13 +430,10 @@ std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std:
         names += "," + quoteName(column);
         marks += ",?";
     }
-    std::vector<StoredValue> all;
-    all.reserve(values.size() + 1);
-    all.emplace_back();
-    all.insert(all.end(), values.begin(), values.end());
+    values.emplace(values.begin());
     write("INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")" +
               returningClause(returning),
-          all, returned);
+          std::move(values), returned);
     return sqlite3_last_insert_rowid(db_);
 }
 
@@ -453,7 +450,7 @@ void SqliteFile::update(const std::string& table, std::int64_t rowid,
     all.emplace_back();
     all.back().type = StoredValue::Type::Integer;
     all.back().i = rowid;
-    write(sql, all, returned);
+    write(sql, std::move(all), returned);
 }
 
 std::optional<WriteRules> SqliteFile::writeRules(const std::string& table,
@@ -505,10 +502,10 @@ void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
     std::vector<StoredValue> key(1);
     key[0].type = StoredValue::Type::Integer;
     key[0].i = rowid;
-    write("DELETE FROM " + quoteName(table) + " WHERE rowid=?", key);
+    write("DELETE FROM " + quoteName(table) + " WHERE rowid=?", std::move(key));
 }
 
-void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& values,
+void SqliteFile::write(const std::string& sql, std::vector<StoredValue> values,
                        const Returned& returned) {
     // The count alone makes this connection's kept tables stale.
     ++writes_;
@@ -517,6 +514,7 @@ void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& v
         if (sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
             fail(StoreFailure);
         groupOpen_ = true;
+        versionInGroup_ = -1;
         groupStarted_ = std::chrono::steady_clock::now();
     }
     {
@@ -531,7 +529,7 @@ void SqliteFile::write(const std::string& sql, const std::vector<StoredValue>& v
         }
     }
     if (!groupOpen_) return;
-    groupWrites_.push_back({sql, values});
+    groupWrites_.push_back({sql, std::move(values)});
     // An added row is made again with the key it was given.
     if (sql.rfind("INSERT", 0) == 0) {
         StoredValue& key = groupWrites_.back().values.front();
@@ -559,6 +557,7 @@ bool SqliteFile::commitGroup() {
         replayGroup();
     }
     groupOpen_ = false;
+    versionInGroup_ = -1;
     groupWrites_.clear();
     return true;
 }
@@ -567,6 +566,7 @@ void SqliteFile::replayGroup() {
     std::vector<Written> writes = std::move(groupWrites_);
     groupWrites_.clear();
     groupOpen_ = false;
+    versionInGroup_ = -1;
     for (const auto& written : writes) {
         Lease s = cached(written.sql);
         for (std::size_t i = 0; i < written.values.size(); ++i)
@@ -578,8 +578,14 @@ void SqliteFile::replayGroup() {
 SqliteFile::State SqliteFile::state() {
     State now;
     now.writes = writes_;
+    const bool holdsLock = groupOpen_ && !sqlite3_get_autocommit(db_);
+    if (holdsLock && versionInGroup_ >= 0) {
+        now.dataVersion = versionInGroup_;
+        return now;
+    }
     Lease s = cached("PRAGMA data_version");
     if (sqlite3_step(s.get()) == SQLITE_ROW) now.dataVersion = sqlite3_column_int64(s.get(), 0);
+    versionInGroup_ = holdsLock ? now.dataVersion : -1;
     return now;
 }
 

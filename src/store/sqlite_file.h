@@ -102,7 +102,7 @@ class SqliteFile {
     // statement.
     using Returned = std::function<void(sqlite3_stmt* stmt)>;
     std::int64_t insert(const std::string& table, const std::vector<std::string>& columns,
-                        const std::vector<StoredValue>& values,
+                        std::vector<StoredValue> values,
                         const std::vector<std::string>& returning = {},
                         const Returned& returned = {});
     void update(const std::string& table, std::int64_t rowid,
@@ -153,7 +153,8 @@ class SqliteFile {
     class Lease;
     Lease cached(const std::string& sql);
     // Runs one write statement, inside the open group when there is one.
-    void write(const std::string& sql, const std::vector<StoredValue>& values,
+    // The values are kept for the group, so they are taken, not copied.
+    void write(const std::string& sql, std::vector<StoredValue> values,
                const Returned& returned = {});
     // False when the file refused and the group is still open, to be tried again later.
     bool commitGroup();
@@ -173,6 +174,9 @@ class SqliteFile {
     std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Finalizer>> statements_;
     int groupDepth_ = 0;
     bool groupOpen_ = false;  // the group's transaction has begun
+    // The data version read while the group's transaction holds the write lock: no other
+    // connection can commit then, so it holds until the group ends (-1 when not read yet).
+    std::int64_t versionInGroup_ = -1;
     std::chrono::steady_clock::time_point groupStarted_;
     std::vector<Written> groupWrites_;
     // Every write through this connection counts, refused ones too.

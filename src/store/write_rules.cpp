@@ -84,26 +84,27 @@ std::optional<StoredValue> literalDefault(const StoredValue& declared) {
     return integer(std::strtoll(t.c_str(), nullptr, 10));
 }
 
-std::optional<std::vector<StoredValue>> WriteRules::added(
-    const std::vector<int>& written, const std::vector<StoredValue>& values) const {
-    std::vector<StoredValue> out(columns.size());
+bool WriteRules::added(const std::vector<int>& written, const std::vector<StoredValue>& values,
+                       std::vector<StoredValue>& row) const {
+    row.resize(columns.size());
     for (std::size_t c = 0; c < columns.size(); ++c) {
         const Column& column = columns[c];
         const auto at = std::find(written.begin(), written.end(), static_cast<int>(c));
         if (column.key) {
-            out[c].type = StoredValue::Type::Integer;
+            row[c].type = StoredValue::Type::Integer;
+            row[c].i = 0;
         } else if (at != written.end()) {
             std::optional<StoredValue> stored = storedAfter(
                 column.affinity, values[static_cast<std::size_t>(at - written.begin())]);
-            if (!stored) return std::nullopt;
-            out[c] = std::move(*stored);
+            if (!stored) return false;
+            row[c] = std::move(*stored);
         } else if (!column.initial) {
-            return std::nullopt;
+            return false;
         } else {
-            out[c] = *column.initial;
+            row[c] = *column.initial;
         }
     }
-    return out;
+    return true;
 }
 
 std::optional<std::vector<StoredValue>> WriteRules::updated(

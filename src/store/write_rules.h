@@ -27,9 +27,10 @@ struct WriteRules {
     std::vector<Column> columns;
 
     // The row an insert of `values` into `written` columns leaves, as reading it back gives
-    // it, the key 0 until the file gives it; nothing when that is not plain.
-    std::optional<std::vector<StoredValue>> added(const std::vector<int>& written,
-                                                  const std::vector<StoredValue>& values) const;
+    // it, the key 0 until the file gives it, made in `row` (whose room a run of inserts
+    // reuses); false when that is not plain.
+    bool added(const std::vector<int>& written, const std::vector<StoredValue>& values,
+               std::vector<StoredValue>& row) const;
     // The values an update of `written` columns leaves; nothing when that is not plain.
     std::optional<std::vector<StoredValue>> updated(const std::vector<int>& written,
                                                     const std::vector<StoredValue>& values) const;

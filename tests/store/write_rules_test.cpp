@@ -81,12 +81,13 @@ TEST(WriteRules, AnAddedRowTakesTheDefaultsOfTheColumnsNotWrittenAndNoneWhenOneI
     rules.columns = {{Affinity::Integer, true, StoredValue{}},
                      {Affinity::Text, false, text("none")},
                      {Affinity::Numeric, false, std::nullopt}};
-    auto row = rules.added({2}, {real(4.0)});
-    ASSERT_TRUE(row);
-    EXPECT_EQ(shown((*row)[0]), "int 0");
-    EXPECT_EQ(shown((*row)[1]), "text none");
-    EXPECT_EQ(shown((*row)[2]), "int 4");
-    EXPECT_FALSE(rules.added({1}, {text("x")}));
+    std::vector<StoredValue> row{text("from an earlier row")};
+    ASSERT_TRUE(rules.added({2}, {real(4.0)}, row));
+    ASSERT_EQ(row.size(), 3u);
+    EXPECT_EQ(shown(row[0]), "int 0");
+    EXPECT_EQ(shown(row[1]), "text none");
+    EXPECT_EQ(shown(row[2]), "int 4");
+    EXPECT_FALSE(rules.added({1}, {text("x")}, row));
     EXPECT_FALSE(rules.updated({2}, {text("4")}));
     EXPECT_EQ(shown(rules.updated({1}, {text("x")})->front()), "text x");
 }
