@@ -10,6 +10,7 @@
 #include <QWebEngineView>
 #include <cmath>
 
+#include "desktop/free_sizer.h"
 #include "desktop_fixture.h"
 
 namespace {
@@ -45,8 +46,7 @@ class WindowTest : public DesktopFixture {
     }
     // The window's outer size in pixels, as the form gives it in twips.
     QSize formSize() {
-        return QSize(static_cast<int>(std::lround(form().Num("Width") / 15)),
-                     static_cast<int>(std::lround(form().Num("Height") / 15)));
+        return QSize(desktop::px(form().Num("Width")), desktop::px(form().Num("Height")));
     }
     // The area the controls stand on: the window less its menu bar.
     QWidget* canvas() { return main()->findChild<QWidget*>(QString::fromStdString(form().Name())); }
@@ -199,9 +199,9 @@ TEST_F(WindowTest, TheFormKeepsItsSizeAndDrawsWithEveryPixelAtTheScreensScale) {
     EXPECT_DOUBLE_EQ(main()->devicePixelRatioF(), scale);
     // 9480 twips, 15 twips a pixel, within what the window manager's frame may add when it
     // comes after the form gave the window its size.
-    EXPECT_NEAR(main()->frameGeometry().width(), 9480 / 15, 8);
+    EXPECT_NEAR(main()->frameGeometry().width(), desktop::px(9480), 8);
     QWidget* next = widget(form(), "cmdNext");
-    EXPECT_EQ(next->width(), static_cast<int>(std::lround(form()("cmdNext").Num("Width") / 15)));
+    EXPECT_EQ(next->width(), desktop::px(form()("cmdNext").Num("Width")));
     const QPixmap drawn = next->grab();
     EXPECT_EQ(drawn.width(), static_cast<int>(std::lround(next->width() * scale)));
     EXPECT_NEAR(script("window.devicePixelRatio").toDouble(), scale, 0.03);
