@@ -1,5 +1,6 @@
 #include "base/files.h"
 
+#include <dirent.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -96,4 +97,16 @@ void ReadToEnd(int fd, std::size_t size, std::string& into) {
         if (got <= 0 || static_cast<std::size_t>(got) < ask) return;
         ask = 1 << 16;
     }
+}
+
+bool ReadFolder(
+    const std::string& folder,
+    const std::function<void(int folderFd, const char* name, unsigned char type)>& visit) {
+    DIR* dir = ::opendir(folder.c_str());
+    if (dir == nullptr) return false;
+    const int fd = ::dirfd(dir);
+    while (const dirent* entry = ::readdir(dir))
+        visit(fd, entry->d_name, entry->d_type);
+    ::closedir(dir);
+    return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 // The classic Dir of one path: the file's name without its folder when the path names an
@@ -27,3 +28,11 @@ void FileCopy(const std::string& from, const std::string& to);
 // The rest of an open descriptor's file, appended to `into`. `size` is the size the file is
 // known to have: a file still that size takes one read.
 void ReadToEnd(int fd, std::size_t size, std::string& into);
+
+// Every entry of a folder in one pass of the file system's listing, "." and ".." included:
+// `visit` gets the folder's open descriptor (to look further at an entry), the name, and the
+// kind the listing gives (a dirent type; DT_UNKNOWN when it does not tell). False when the
+// folder cannot be read.
+bool ReadFolder(
+    const std::string& folder,
+    const std::function<void(int folderFd, const char* name, unsigned char type)>& visit);

@@ -10,6 +10,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "base/files.h"
+
 namespace {
 
 using FolderId = std::pair<dev_t, ino_t>;
@@ -68,13 +70,11 @@ const std::optional<FolderId>& folderOf(Kept& k, const std::string& folder) {
 const std::unordered_map<std::string, unsigned char>* listingOf(Kept& k, const std::string& folder,
                                                                 const FolderId& id) {
     if (auto at = k.listings.find(id); at != k.listings.end()) return &at->second;
-    DIR* dir = ::opendir(folder.c_str());
-    if (dir == nullptr) return nullptr;
-    auto& names = k.listings[id];
-    while (const dirent* entry = ::readdir(dir))
-        names.emplace(entry->d_name, entry->d_type);
-    ::closedir(dir);
-    return &names;
+    std::unordered_map<std::string, unsigned char> names;
+    if (!ReadFolder(folder,
+                    [&](int, const char* name, unsigned char type) { names.emplace(name, type); }))
+        return nullptr;
+    return &(k.listings[id] = std::move(names));
 }
 
 }  // namespace

@@ -67,14 +67,9 @@ Kind kindOf(int dirFd, const char* name, unsigned char type) {
 // no path object per file. A folder that cannot be read has no entries.
 template <class Visit>
 void eachEntry(const std::string& folder, Visit visit) {
-    DIR* dir = opendir(folder.c_str());
-    if (!dir) return;
-    const int fd = dirfd(dir);
-    while (const dirent* entry = readdir(dir)) {
-        if (entry->d_name[0] == '.') continue;  // hidden, and "." and ".."
-        visit(entry->d_name, kindOf(fd, entry->d_name, entry->d_type));
-    }
-    closedir(dir);
+    ReadFolder(folder, [&](int fd, const char* name, unsigned char type) {
+        if (name[0] != '.') visit(name, kindOf(fd, name, type));  // hidden, "." and ".."
+    });
 }
 
 // Every folder that the path passes through, as the file system resolves it.
