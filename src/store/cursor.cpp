@@ -84,13 +84,17 @@ void sortRows(std::vector<int>& rows, const RowTable& t, const std::vector<SortK
     for (int row : rows)
         keyed.push_back(
             {t.isNull(row, first.column), foldedPrefix(t.text(row, first.column)), row});
-    std::stable_sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) {
+    auto keyedBefore = [&](const Keyed& a, const Keyed& b) {
         if (a.null != b.null || a.prefix != b.prefix) {
             const bool less = a.null != b.null ? a.null : a.prefix < b.prefix;
             return first.descending ? !less : less;
         }
         return before(a.row, b.row);
-    });
+    };
+    // Products are often stored in the order they are listed by (added from a sorted file),
+    // and then one look along them is all the sort needs.
+    if (std::is_sorted(keyed.begin(), keyed.end(), keyedBefore)) return;
+    std::stable_sort(keyed.begin(), keyed.end(), keyedBefore);
     for (std::size_t i = 0; i < rows.size(); ++i)
         rows[i] = keyed[i].row;
 }

@@ -206,6 +206,28 @@ TEST(SortByText, TextsAlikeInTheirFirstLettersAndNullsSortAsWholeTextsIgnoringCa
     EXPECT_EQ(order("StockNo, ProdName Desc"), "37546218");
 }
 
+TEST(SortByText, RowsStoredInOrderStayAndTextsEqualButForCaseKeepTheirStoredOrder) {
+    TempCatalogue cat;
+    cat.sql(
+        "INSERT INTO Products (StockNo, ProdName) VALUES (NULL, '1'), ('a1', '2'), ('A1', '3'), "
+        "('a2', '4'), ('B', '5')");
+    auto conn = cat.connect();
+    auto rs = cat.open(StatementA, *conn);
+    auto order = [&](const std::string& sort) {
+        rs->SetSort(sort);
+        std::string names;
+        for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext())
+            names += CStr(rs->Fields("ProdName").Value());
+        return names;
+    };
+    EXPECT_EQ(order("StockNo"), "12345");
+    EXPECT_EQ(order("StockNo Desc"), "54231");
+    // One row out of place among rows in order.
+    cat.sql("UPDATE Products SET StockNo = 'a0' WHERE ProdName = '4'");
+    rs->Requery();
+    EXPECT_EQ(order("StockNo"), "14235");
+}
+
 TEST_F(Three, SortStaysWhenTheFilterChanges) {
     rs->SetSort("StockNo Desc");
     rs->SetFilter("[Category] = 'Paint'");
