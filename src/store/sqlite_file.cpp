@@ -409,6 +409,9 @@ std::string returningClause(const std::vector<std::string>& columns) {
     return clause;
 }
 
+// Past this many shapes of writes the kept texts are let go, as the kept statements are.
+constexpr std::size_t KeptWriteTexts = 16;
+
 // Steps a write to its end, giving a returned row to `returned`.
 int stepWrite(sqlite3_stmt* s, const SqliteFile::Returned& returned) {
     int rc;
@@ -419,38 +422,53 @@ int stepWrite(sqlite3_stmt* s, const SqliteFile::Returned& returned) {
 
 }  // namespace
 
+const SqliteFile::Text& SqliteFile::writeText(Shape shape, const std::string& table,
+                                              const std::vector<std::string>& columns,
+                                              const std::vector<std::string>& returning) {
+    for (const KeptText& kept : writeTexts_)
+        if (kept.shape == shape && kept.table == table && kept.columns == columns &&
+            kept.returning == returning)
+            return kept.sql;
+    std::string sql;
+    if (shape == Shape::Insert) {
+        // The key goes first, Null so that the file gives it; a group made again after a
+        // rollback gives each row the key it had.
+        std::string names = "rowid", marks = "?";
+        for (const auto& column : columns) {
+            names += "," + quoteName(column);
+            marks += ",?";
+        }
+        sql = "INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")";
+    } else {
+        sql = "UPDATE " + quoteName(table) + " SET ";
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
+        sql += " WHERE rowid=?";
+    }
+    sql += returningClause(returning);
+    if (writeTexts_.size() >= KeptWriteTexts) writeTexts_.clear();
+    writeTexts_.push_back(
+        {shape, table, columns, returning, std::make_shared<const std::string>(std::move(sql))});
+    return writeTexts_.back().sql;
+}
+
 std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std::string>& columns,
                                 std::vector<StoredValue> values,
                                 const std::vector<std::string>& returning,
                                 const Returned& returned) {
-    // The key goes first, Null so that the file gives it; a group made again after a
-    // rollback gives each row the key it had.
-    std::string names = "rowid", marks = "?";
-    for (const auto& column : columns) {
-        names += "," + quoteName(column);
-        marks += ",?";
-    }
-    values.emplace(values.begin());
-    write("INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")" +
-              returningClause(returning),
-          std::move(values), returned);
+    write({writeText(Shape::Insert, table, columns, returning), std::move(values), RowidAt::First,
+           std::nullopt},
+          returned);
     return sqlite3_last_insert_rowid(db_);
 }
 
 void SqliteFile::update(const std::string& table, std::int64_t rowid,
-                        const std::vector<std::string>& columns,
-                        const std::vector<StoredValue>& values,
+                        const std::vector<std::string>& columns, std::vector<StoredValue> values,
                         const std::vector<std::string>& returning, const Returned& returned) {
     if (columns.empty()) return;
-    std::string sql = "UPDATE " + quoteName(table) + " SET ";
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
-    sql += " WHERE rowid=?" + returningClause(returning);
-    std::vector<StoredValue> all = values;
-    all.emplace_back();
-    all.back().type = StoredValue::Type::Integer;
-    all.back().i = rowid;
-    write(sql, std::move(all), returned);
+    write({writeText(Shape::Update, table, columns, returning), std::move(values), RowidAt::Last,
+           rowid},
+          returned);
 }
 
 std::optional<WriteRules> SqliteFile::writeRules(const std::string& table,
@@ -499,14 +517,14 @@ std::optional<WriteRules> SqliteFile::writeRules(const std::string& table,
 }
 
 void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
-    std::vector<StoredValue> key(1);
-    key[0].type = StoredValue::Type::Integer;
-    key[0].i = rowid;
-    write("DELETE FROM " + quoteName(table) + " WHERE rowid=?", std::move(key));
+    write(
+        {std::make_shared<const std::string>("DELETE FROM " + quoteName(table) + " WHERE rowid=?"),
+         {},
+         RowidAt::Last,
+         rowid});
 }
 
-void SqliteFile::write(const std::string& sql, std::vector<StoredValue> values,
-                       const Returned& returned) {
+void SqliteFile::write(Written written, const Returned& returned) {
     // The count alone makes this connection's kept tables stale.
     ++writes_;
     if (groupDepth_ > 0 && !groupOpen_) {
@@ -518,9 +536,8 @@ void SqliteFile::write(const std::string& sql, std::vector<StoredValue> values,
         groupStarted_ = std::chrono::steady_clock::now();
     }
     {
-        Lease s = cached(sql);
-        for (std::size_t i = 0; i < values.size(); ++i)
-            bind(s.get(), static_cast<int>(i) + 1, values[i]);
+        Lease s = cached(*written.sql);
+        bindWritten(s.get(), written);
         if (stepWrite(s.get(), returned) != SQLITE_DONE) {
             const int code = sqlite3_errcode(db_);
             const std::string message = sqlite3_errmsg(db_);
@@ -529,13 +546,9 @@ void SqliteFile::write(const std::string& sql, std::vector<StoredValue> values,
         }
     }
     if (!groupOpen_) return;
-    groupWrites_.push_back({sql, std::move(values)});
     // An added row is made again with the key it was given.
-    if (sql.rfind("INSERT", 0) == 0) {
-        StoredValue& key = groupWrites_.back().values.front();
-        key.type = StoredValue::Type::Integer;
-        key.i = sqlite3_last_insert_rowid(db_);
-    }
+    if (written.rowidAt == RowidAt::First) written.rowid = sqlite3_last_insert_rowid(db_);
+    groupWrites_.push_back(std::move(written));
     if (static_cast<int>(groupWrites_.size()) >= GroupRows ||
         std::chrono::steady_clock::now() - groupStarted_ >= GroupSpan)
         commitGroup();
@@ -568,11 +581,25 @@ void SqliteFile::replayGroup() {
     groupOpen_ = false;
     versionInGroup_ = -1;
     for (const auto& written : writes) {
-        Lease s = cached(written.sql);
-        for (std::size_t i = 0; i < written.values.size(); ++i)
-            bind(s.get(), static_cast<int>(i) + 1, written.values[i]);
+        Lease s = cached(*written.sql);
+        bindWritten(s.get(), written);
         if (stepWrite(s.get(), {}) != SQLITE_DONE) fail(StoreFailure);
     }
+}
+
+void SqliteFile::bindWritten(sqlite3_stmt* s, const Written& written) {
+    int index = 1;
+    auto bindRowid = [&] {
+        if (written.rowid)
+            sqlite3_bind_int64(s, index, *written.rowid);
+        else
+            sqlite3_bind_null(s, index);
+        ++index;
+    };
+    if (written.rowidAt == RowidAt::First) bindRowid();
+    for (const StoredValue& value : written.values)
+        bind(s, index++, value);
+    if (written.rowidAt == RowidAt::Last) bindRowid();
 }
 
 SqliteFile::State SqliteFile::state() {
