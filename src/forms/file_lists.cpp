@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "base/files.h"
+#include "base/folder_watch.h"
 #include "base/vb_error.h"
 
 namespace fs = std::filesystem;
@@ -90,10 +91,9 @@ std::vector<fs::path> resolvedChain(const fs::path& folder) {
 std::string folderPath(const std::string& path) {
     std::error_code ec;
     if (plainAbsolute(path)) {
-        // A plain stat: a path object would split the path into parts first.
-        struct stat st {};
-        if (stat(path.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
-            throw VbError(vberr::PathNotFound, "Path not found");
+        // No path object, which would split the path into parts first; and a folder set again
+        // and again is looked up again only when something along its path has changed.
+        if (!IsFolderNow(path)) throw VbError(vberr::PathNotFound, "Path not found");
         return path;
     }
     fs::path p = fs::absolute(fs::path(path.empty() ? "." : path), ec).lexically_normal();
