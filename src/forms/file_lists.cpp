@@ -124,10 +124,9 @@ std::vector<std::string> subfolders(const std::string& folder) {
 
 std::vector<std::string> files(const std::string& folder, const std::string& pattern) {
     std::vector<std::string> found;
+    const FilePattern fits(pattern);
     eachEntry(folder, [&](const char* name, Kind kind) {
-        if (kind != Kind::File) return;
-        std::string file(name);
-        if (MatchesPattern(file, pattern)) found.push_back(std::move(file));
+        if (kind == Kind::File && fits.matches(name)) found.emplace_back(name);
     });
     std::sort(found.begin(), found.end(), listedBefore);
     return found;

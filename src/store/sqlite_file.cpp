@@ -537,7 +537,8 @@ void SqliteFile::write(Written written, const Returned& returned) {
     }
     {
         Lease s = cached(*written.sql);
-        bindWritten(s.get(), written);
+        bindWrite(s.get(), written.rowidAt, written.rowid, written.values.data(),
+                  written.values.size());
         if (stepWrite(s.get(), returned) != SQLITE_DONE) {
             const int code = sqlite3_errcode(db_);
             const std::string message = sqlite3_errmsg(db_);
@@ -548,7 +549,20 @@ void SqliteFile::write(Written written, const Returned& returned) {
     if (!groupOpen_) return;
     // An added row is made again with the key it was given.
     if (written.rowidAt == RowidAt::First) written.rowid = sqlite3_last_insert_rowid(db_);
-    groupWrites_.push_back(std::move(written));
+    groupWrites_.push_back({std::move(written.sql), groupValuesUsed_, written.values.size(),
+                            written.rowidAt, written.rowid});
+    for (StoredValue& value : written.values) {
+        if (groupValuesUsed_ == groupValues_.size()) {
+            groupValues_.push_back(std::move(value));
+        } else {
+            StoredValue& kept = groupValues_[groupValuesUsed_];
+            kept.type = value.type;
+            kept.i = value.i;
+            kept.r = value.r;
+            kept.text.assign(value.text);
+        }
+        ++groupValuesUsed_;
+    }
     if (static_cast<int>(groupWrites_.size()) >= GroupRows ||
         std::chrono::steady_clock::now() - groupStarted_ >= GroupSpan)
         commitGroup();
@@ -572,34 +586,42 @@ bool SqliteFile::commitGroup() {
     groupOpen_ = false;
     versionInGroup_ = -1;
     groupWrites_.clear();
+    groupValuesUsed_ = 0;
+    if (groupDepth_ == 0) groupValues_ = {};
     return true;
 }
 
 void SqliteFile::replayGroup() {
-    std::vector<Written> writes = std::move(groupWrites_);
+    std::vector<KeptWrite> writes = std::move(groupWrites_);
+    std::vector<StoredValue> values = std::move(groupValues_);
     groupWrites_.clear();
+    groupValues_.clear();
+    groupValuesUsed_ = 0;
     groupOpen_ = false;
     versionInGroup_ = -1;
     for (const auto& written : writes) {
         Lease s = cached(*written.sql);
-        bindWritten(s.get(), written);
+        bindWrite(s.get(), written.rowidAt, written.rowid, values.data() + written.first,
+                  written.count);
         if (stepWrite(s.get(), {}) != SQLITE_DONE) fail(StoreFailure);
     }
 }
 
-void SqliteFile::bindWritten(sqlite3_stmt* s, const Written& written) {
+void SqliteFile::bindWrite(sqlite3_stmt* s, RowidAt rowidAt,
+                           const std::optional<std::int64_t>& rowid, const StoredValue* values,
+                           std::size_t count) {
     int index = 1;
     auto bindRowid = [&] {
-        if (written.rowid)
-            sqlite3_bind_int64(s, index, *written.rowid);
+        if (rowid)
+            sqlite3_bind_int64(s, index, *rowid);
         else
             sqlite3_bind_null(s, index);
         ++index;
     };
-    if (written.rowidAt == RowidAt::First) bindRowid();
-    for (const StoredValue& value : written.values)
-        bind(s, index++, value);
-    if (written.rowidAt == RowidAt::Last) bindRowid();
+    if (rowidAt == RowidAt::First) bindRowid();
+    for (std::size_t i = 0; i < count; ++i)
+        bind(s, index++, values[i]);
+    if (rowidAt == RowidAt::Last) bindRowid();
 }
 
 SqliteFile::State SqliteFile::state() {

@@ -172,7 +172,9 @@ class SqliteFile {
                           const std::vector<std::string>& returning);
     // Runs one write statement, inside the open group when there is one.
     void write(Written written, const Returned& returned = {});
-    static void bindWritten(sqlite3_stmt* s, const Written& written);
+    static void bindWrite(sqlite3_stmt* s, RowidAt rowidAt,
+                          const std::optional<std::int64_t>& rowid, const StoredValue* values,
+                          std::size_t count);
     // False when the file refused and the group is still open, to be tried again later.
     bool commitGroup();
     // The group's transaction was rolled back by the engine (a full disk, an I/O fault):
@@ -198,7 +200,19 @@ class SqliteFile {
     // connection can commit then, so it holds until the group ends (-1 when not read yet).
     std::int64_t versionInGroup_ = -1;
     std::chrono::steady_clock::time_point groupStarted_;
-    std::vector<Written> groupWrites_;
+    // A write of the group as it is kept, to be made again: its values in groupValues_.
+    struct KeptWrite {
+        Text sql;
+        std::size_t first = 0, count = 0;
+        RowidAt rowidAt = RowidAt::None;
+        std::optional<std::int64_t> rowid;
+    };
+    std::vector<KeptWrite> groupWrites_;
+    // The values of the group's writes, copied into room that the next group of the run
+    // reuses: freed a group at a time, the memory would go back to the system and be taken
+    // again page by page. Let go when the outermost group ends.
+    std::vector<StoredValue> groupValues_;
+    std::size_t groupValuesUsed_ = 0;
     // Every write through this connection counts, refused ones too.
     std::uint64_t writes_ = 0;
     std::string keptPrefix_;  // the file's real path, under which its tables are kept
