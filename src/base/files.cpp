@@ -56,15 +56,15 @@ FilePattern::FilePattern(const std::string& patterns) {
         if (end == std::string::npos) end = patterns.size();
         const std::string part = Trim(patterns.substr(start, end - start));
         if (part == "*.*") everyFile_ = true;
-        if (!part.empty()) likes_.push_back(likeOf(part));
+        if (!part.empty()) likes_.emplace_back(likeOf(part));
         start = end + 1;
     }
 }
 
 bool FilePattern::matches(std::string_view name) const {
     if (everyFile_) return true;
-    for (const std::string& like : likes_)
-        if (likeMatch(name, like)) return true;
+    for (const LikePattern& like : likes_)
+        if (like.matches(name)) return true;
     return false;
 }
 

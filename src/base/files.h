@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/strings.h"
+
 // The classic Dir of one path: the file's name without its folder when the path names an
 // existing file, "" otherwise (also for an empty path or a folder).
 std::string Dir(const std::string& path);
@@ -26,7 +28,7 @@ class FilePattern {
 
   private:
     bool everyFile_ = false;
-    std::vector<std::string> likes_;  // each part as a Like pattern
+    std::vector<LikePattern> likes_;  // each part as a Like pattern
 };
 
 // The classic Kill: deletes every file that the last part of the path fits. A missing

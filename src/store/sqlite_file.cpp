@@ -53,8 +53,10 @@ void bind(sqlite3_stmt* s, int index, const StoredValue& v) {
             sqlite3_bind_double(s, index, v.r);
             break;
         case StoredValue::Type::Text:
+            // The value outlives the binding: a statement is reset and cleared before the
+            // write's values go.
             sqlite3_bind_text(s, index, v.text.data(), static_cast<int>(v.text.size()),
-                              SQLITE_TRANSIENT);
+                              SQLITE_STATIC);
             break;
     }
 }
