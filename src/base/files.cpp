@@ -46,14 +46,25 @@ std::string likeOf(std::string_view part) {
 }  // namespace
 
 bool MatchesPattern(const std::string& name, const std::string& patterns) {
+    return FilePattern(patterns).matches(name);
+}
+
+FilePattern::FilePattern(const std::string& patterns) {
     std::size_t start = 0;
     while (start <= patterns.size()) {
         std::size_t end = patterns.find(';', start);
         if (end == std::string::npos) end = patterns.size();
         const std::string part = Trim(patterns.substr(start, end - start));
-        if (part == "*.*" || (!part.empty() && likeMatch(name, likeOf(part)))) return true;
+        if (part == "*.*") everyFile_ = true;
+        if (!part.empty()) likes_.emplace_back(likeOf(part));
         start = end + 1;
     }
+}
+
+bool FilePattern::matches(std::string_view name) const {
+    if (everyFile_) return true;
+    for (const LikePattern& like : likes_)
+        if (like.matches(name)) return true;
     return false;
 }
 

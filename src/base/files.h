@@ -3,6 +3,10 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/strings.h"
 
 // The classic Dir of one path: the file's name without its folder when the path names an
 // existing file, "" otherwise (also for an empty path or a folder).
@@ -16,6 +20,16 @@ void MkDir(const std::string& path);
 // *.gif"); "*" is any run of characters, "?" one character, letters in any case, and "*.*"
 // every file. Only "*" and "?" are wild: "#" and "[" in a name stand for themselves.
 bool MatchesPattern(const std::string& name, const std::string& patterns);
+// The same for many names against one pattern (a folder's files), its parts read once.
+class FilePattern {
+  public:
+    explicit FilePattern(const std::string& patterns);
+    bool matches(std::string_view name) const;
+
+  private:
+    bool everyFile_ = false;
+    std::vector<LikePattern> likes_;  // each part as a Like pattern
+};
 
 // The classic Kill: deletes every file that the last part of the path fits. A missing
 // folder is VbError 76, nothing that fits 53, a file that cannot go 75.

@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "base/files.h"
+#include "base/folder_watch.h"
 #include "base/vb_error.h"
 
 namespace fs = std::filesystem;
@@ -18,17 +19,31 @@ namespace FileLists {
 
 namespace {
 
-// The classic lists sort ignoring case; names that differ only in case keep a fixed order.
-// Compared in place, without upper-cased copies: a folder of 30,000 files is sorted by it.
-bool listedBefore(const std::string& a, const std::string& b) {
-    auto upper = [](char c) {
-        const auto u = static_cast<unsigned char>(c);
-        return u >= 'a' && u <= 'z' ? static_cast<unsigned char>(u - 32) : u;
+// The classic lists sort ignoring case; names that differ only in case keep a fixed order:
+// by the name with a-z upper-cased, then by the name itself. A folder of 30,000 files is
+// sorted by it, so each name's upper-cased form is made once, not once a comparison.
+void sortListed(std::vector<std::string>& names) {
+    struct Keyed {
+        std::string upper;
+        std::string* name;
     };
-    const std::size_t n = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < n; ++i)
-        if (upper(a[i]) != upper(b[i])) return upper(a[i]) < upper(b[i]);
-    return a.size() != b.size() ? a.size() < b.size() : a < b;
+    std::vector<Keyed> keyed;
+    keyed.reserve(names.size());
+    for (std::string& name : names) {
+        std::string upper = name;
+        for (char& c : upper)
+            if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+        keyed.push_back({std::move(upper), &name});
+    }
+    std::sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
+        const int order = a.upper.compare(b.upper);
+        return order != 0 ? order < 0 : *a.name < *b.name;
+    });
+    std::vector<std::string> sorted;
+    sorted.reserve(names.size());
+    for (Keyed& k : keyed)
+        sorted.push_back(std::move(*k.name));
+    names = std::move(sorted);
 }
 
 // An absolute path with no empty, "." or ".." part is already what normalising makes of it:
@@ -90,10 +105,9 @@ std::vector<fs::path> resolvedChain(const fs::path& folder) {
 std::string folderPath(const std::string& path) {
     std::error_code ec;
     if (plainAbsolute(path)) {
-        // A plain stat: a path object would split the path into parts first.
-        struct stat st {};
-        if (stat(path.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
-            throw VbError(vberr::PathNotFound, "Path not found");
+        // No path object, which would split the path into parts first; and a folder set again
+        // and again is looked up again only when something along its path has changed.
+        if (!IsFolderNow(path)) throw VbError(vberr::PathNotFound, "Path not found");
         return path;
     }
     fs::path p = fs::absolute(fs::path(path.empty() ? "." : path), ec).lexically_normal();
@@ -118,18 +132,17 @@ std::vector<std::string> subfolders(const std::string& folder) {
         }
         found.push_back(p.string());
     });
-    std::sort(found.begin(), found.end(), listedBefore);
+    sortListed(found);
     return found;
 }
 
 std::vector<std::string> files(const std::string& folder, const std::string& pattern) {
     std::vector<std::string> found;
+    const FilePattern fits(pattern);
     eachEntry(folder, [&](const char* name, Kind kind) {
-        if (kind != Kind::File) return;
-        std::string file(name);
-        if (MatchesPattern(file, pattern)) found.push_back(std::move(file));
+        if (kind == Kind::File && fits.matches(name)) found.emplace_back(name);
     });
-    std::sort(found.begin(), found.end(), listedBefore);
+    sortListed(found);
     return found;
 }
 

@@ -332,6 +332,9 @@ void Cursor::update() {
     std::vector<std::string> names;
     std::vector<int> columns;
     std::vector<StoredValue> values;
+    names.reserve(pending_.size());
+    columns.reserve(pending_.size());
+    values.reserve(pending_.size());
     for (const auto& [c, v] : pending_) {
         names.push_back(table_->column(c).name);
         columns.push_back(c);
@@ -368,10 +371,10 @@ void Cursor::update() {
         std::optional<std::vector<StoredValue>> stored;
         if (rules) stored = rules->updated(columns, values);
         if (stored) {
-            file_->update(tableName_, table_->rowid(row), names, values);
+            file_->update(tableName_, table_->rowid(row), names, std::move(values));
         } else {
             stored.emplace();
-            file_->update(tableName_, table_->rowid(row), names, values, names,
+            file_->update(tableName_, table_->rowid(row), names, std::move(values), names,
                           [&](sqlite3_stmt* stmt) {
                               for (std::size_t i = 0; i < names.size(); ++i)
                                   stored->push_back(SqliteFile::column(stmt, static_cast<int>(i)));

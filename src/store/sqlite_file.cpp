@@ -53,8 +53,10 @@ void bind(sqlite3_stmt* s, int index, const StoredValue& v) {
             sqlite3_bind_double(s, index, v.r);
             break;
         case StoredValue::Type::Text:
+            // The value outlives the binding: a statement is reset and cleared before the
+            // write's values go.
             sqlite3_bind_text(s, index, v.text.data(), static_cast<int>(v.text.size()),
-                              SQLITE_TRANSIENT);
+                              SQLITE_STATIC);
             break;
     }
 }
@@ -409,6 +411,9 @@ std::string returningClause(const std::vector<std::string>& columns) {
     return clause;
 }
 
+// Past this many shapes of writes the kept texts are let go, as the kept statements are.
+constexpr std::size_t KeptWriteTexts = 16;
+
 // Steps a write to its end, giving a returned row to `returned`.
 int stepWrite(sqlite3_stmt* s, const SqliteFile::Returned& returned) {
     int rc;
@@ -419,38 +424,53 @@ int stepWrite(sqlite3_stmt* s, const SqliteFile::Returned& returned) {
 
 }  // namespace
 
+const SqliteFile::Text& SqliteFile::writeText(Shape shape, const std::string& table,
+                                              const std::vector<std::string>& columns,
+                                              const std::vector<std::string>& returning) {
+    for (const KeptText& kept : writeTexts_)
+        if (kept.shape == shape && kept.table == table && kept.columns == columns &&
+            kept.returning == returning)
+            return kept.sql;
+    std::string sql;
+    if (shape == Shape::Insert) {
+        // The key goes first, Null so that the file gives it; a group made again after a
+        // rollback gives each row the key it had.
+        std::string names = "rowid", marks = "?";
+        for (const auto& column : columns) {
+            names += "," + quoteName(column);
+            marks += ",?";
+        }
+        sql = "INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")";
+    } else {
+        sql = "UPDATE " + quoteName(table) + " SET ";
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
+        sql += " WHERE rowid=?";
+    }
+    sql += returningClause(returning);
+    if (writeTexts_.size() >= KeptWriteTexts) writeTexts_.clear();
+    writeTexts_.push_back(
+        {shape, table, columns, returning, std::make_shared<const std::string>(std::move(sql))});
+    return writeTexts_.back().sql;
+}
+
 std::int64_t SqliteFile::insert(const std::string& table, const std::vector<std::string>& columns,
                                 std::vector<StoredValue> values,
                                 const std::vector<std::string>& returning,
                                 const Returned& returned) {
-    // The key goes first, Null so that the file gives it; a group made again after a
-    // rollback gives each row the key it had.
-    std::string names = "rowid", marks = "?";
-    for (const auto& column : columns) {
-        names += "," + quoteName(column);
-        marks += ",?";
-    }
-    values.emplace(values.begin());
-    write("INSERT INTO " + quoteName(table) + " (" + names + ") VALUES (" + marks + ")" +
-              returningClause(returning),
-          std::move(values), returned);
+    write({writeText(Shape::Insert, table, columns, returning), std::move(values), RowidAt::First,
+           std::nullopt},
+          returned);
     return sqlite3_last_insert_rowid(db_);
 }
 
 void SqliteFile::update(const std::string& table, std::int64_t rowid,
-                        const std::vector<std::string>& columns,
-                        const std::vector<StoredValue>& values,
+                        const std::vector<std::string>& columns, std::vector<StoredValue> values,
                         const std::vector<std::string>& returning, const Returned& returned) {
     if (columns.empty()) return;
-    std::string sql = "UPDATE " + quoteName(table) + " SET ";
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        sql += (i ? "," : "") + quoteName(columns[i]) + "=?";
-    sql += " WHERE rowid=?" + returningClause(returning);
-    std::vector<StoredValue> all = values;
-    all.emplace_back();
-    all.back().type = StoredValue::Type::Integer;
-    all.back().i = rowid;
-    write(sql, std::move(all), returned);
+    write({writeText(Shape::Update, table, columns, returning), std::move(values), RowidAt::Last,
+           rowid},
+          returned);
 }
 
 std::optional<WriteRules> SqliteFile::writeRules(const std::string& table,
@@ -499,14 +519,14 @@ std::optional<WriteRules> SqliteFile::writeRules(const std::string& table,
 }
 
 void SqliteFile::remove(const std::string& table, std::int64_t rowid) {
-    std::vector<StoredValue> key(1);
-    key[0].type = StoredValue::Type::Integer;
-    key[0].i = rowid;
-    write("DELETE FROM " + quoteName(table) + " WHERE rowid=?", std::move(key));
+    write(
+        {std::make_shared<const std::string>("DELETE FROM " + quoteName(table) + " WHERE rowid=?"),
+         {},
+         RowidAt::Last,
+         rowid});
 }
 
-void SqliteFile::write(const std::string& sql, std::vector<StoredValue> values,
-                       const Returned& returned) {
+void SqliteFile::write(Written written, const Returned& returned) {
     // The count alone makes this connection's kept tables stale.
     ++writes_;
     if (groupDepth_ > 0 && !groupOpen_) {
@@ -518,9 +538,9 @@ void SqliteFile::write(const std::string& sql, std::vector<StoredValue> values,
         groupStarted_ = std::chrono::steady_clock::now();
     }
     {
-        Lease s = cached(sql);
-        for (std::size_t i = 0; i < values.size(); ++i)
-            bind(s.get(), static_cast<int>(i) + 1, values[i]);
+        Lease s = cached(*written.sql);
+        bindWrite(s.get(), written.rowidAt, written.rowid, written.values.data(),
+                  written.values.size());
         if (stepWrite(s.get(), returned) != SQLITE_DONE) {
             const int code = sqlite3_errcode(db_);
             const std::string message = sqlite3_errmsg(db_);
@@ -529,12 +549,21 @@ void SqliteFile::write(const std::string& sql, std::vector<StoredValue> values,
         }
     }
     if (!groupOpen_) return;
-    groupWrites_.push_back({sql, std::move(values)});
     // An added row is made again with the key it was given.
-    if (sql.rfind("INSERT", 0) == 0) {
-        StoredValue& key = groupWrites_.back().values.front();
-        key.type = StoredValue::Type::Integer;
-        key.i = sqlite3_last_insert_rowid(db_);
+    if (written.rowidAt == RowidAt::First) written.rowid = sqlite3_last_insert_rowid(db_);
+    groupWrites_.push_back({std::move(written.sql), groupValuesUsed_, written.values.size(),
+                            written.rowidAt, written.rowid});
+    for (StoredValue& value : written.values) {
+        if (groupValuesUsed_ == groupValues_.size()) {
+            groupValues_.push_back(std::move(value));
+        } else {
+            StoredValue& kept = groupValues_[groupValuesUsed_];
+            kept.type = value.type;
+            kept.i = value.i;
+            kept.r = value.r;
+            kept.text.assign(value.text);
+        }
+        ++groupValuesUsed_;
     }
     if (static_cast<int>(groupWrites_.size()) >= GroupRows ||
         std::chrono::steady_clock::now() - groupStarted_ >= GroupSpan)
@@ -559,20 +588,42 @@ bool SqliteFile::commitGroup() {
     groupOpen_ = false;
     versionInGroup_ = -1;
     groupWrites_.clear();
+    groupValuesUsed_ = 0;
+    if (groupDepth_ == 0) groupValues_ = {};
     return true;
 }
 
 void SqliteFile::replayGroup() {
-    std::vector<Written> writes = std::move(groupWrites_);
+    std::vector<KeptWrite> writes = std::move(groupWrites_);
+    std::vector<StoredValue> values = std::move(groupValues_);
     groupWrites_.clear();
+    groupValues_.clear();
+    groupValuesUsed_ = 0;
     groupOpen_ = false;
     versionInGroup_ = -1;
     for (const auto& written : writes) {
-        Lease s = cached(written.sql);
-        for (std::size_t i = 0; i < written.values.size(); ++i)
-            bind(s.get(), static_cast<int>(i) + 1, written.values[i]);
+        Lease s = cached(*written.sql);
+        bindWrite(s.get(), written.rowidAt, written.rowid, values.data() + written.first,
+                  written.count);
         if (stepWrite(s.get(), {}) != SQLITE_DONE) fail(StoreFailure);
     }
+}
+
+void SqliteFile::bindWrite(sqlite3_stmt* s, RowidAt rowidAt,
+                           const std::optional<std::int64_t>& rowid, const StoredValue* values,
+                           std::size_t count) {
+    int index = 1;
+    auto bindRowid = [&] {
+        if (rowid)
+            sqlite3_bind_int64(s, index, *rowid);
+        else
+            sqlite3_bind_null(s, index);
+        ++index;
+    };
+    if (rowidAt == RowidAt::First) bindRowid();
+    for (std::size_t i = 0; i < count; ++i)
+        bind(s, index++, values[i]);
+    if (rowidAt == RowidAt::Last) bindRowid();
 }
 
 SqliteFile::State SqliteFile::state() {

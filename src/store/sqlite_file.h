@@ -100,13 +100,14 @@ class SqliteFile {
     // part of the group's next commit. `returning` names columns whose values, as the file
     // now holds them, are given to `returned` (column 0 the first named) in the same
     // statement.
+    // The values are kept for the group, so they are taken, not copied.
     using Returned = std::function<void(sqlite3_stmt* stmt)>;
     std::int64_t insert(const std::string& table, const std::vector<std::string>& columns,
                         std::vector<StoredValue> values,
                         const std::vector<std::string>& returning = {},
                         const Returned& returned = {});
     void update(const std::string& table, std::int64_t rowid,
-                const std::vector<std::string>& columns, const std::vector<StoredValue>& values,
+                const std::vector<std::string>& columns, std::vector<StoredValue> values,
                 const std::vector<std::string>& returning = {}, const Returned& returned = {});
     void remove(const std::string& table, std::int64_t rowid);
     // How the table takes writes to these columns, so that a write need not read back what
@@ -152,10 +153,28 @@ class SqliteFile {
     // A statement kept prepared for its text, reset and cleared when the lease ends.
     class Lease;
     Lease cached(const std::string& sql);
+    // A write statement's text, kept shared by the group's writes that use it.
+    using Text = std::shared_ptr<const std::string>;
+    // Where a write's rowid is bound: before the values (an insert's key, Null until the file
+    // gives it), after them (the row an update or a delete names), or nowhere.
+    enum class RowidAt : std::uint8_t { None, First, Last };
+    struct Written {
+        Text sql;
+        std::vector<StoredValue> values;
+        RowidAt rowidAt = RowidAt::None;
+        std::optional<std::int64_t> rowid;  // Null when not given
+    };
+    // The text of an insert into or an update of these columns, made once for each shape: a
+    // run of writes repeats the same few.
+    enum class Shape : std::uint8_t { Insert, Update };
+    const Text& writeText(Shape shape, const std::string& table,
+                          const std::vector<std::string>& columns,
+                          const std::vector<std::string>& returning);
     // Runs one write statement, inside the open group when there is one.
-    // The values are kept for the group, so they are taken, not copied.
-    void write(const std::string& sql, std::vector<StoredValue> values,
-               const Returned& returned = {});
+    void write(Written written, const Returned& returned = {});
+    static void bindWrite(sqlite3_stmt* s, RowidAt rowidAt,
+                          const std::optional<std::int64_t>& rowid, const StoredValue* values,
+                          std::size_t count);
     // False when the file refused and the group is still open, to be tried again later.
     bool commitGroup();
     // The group's transaction was rolled back by the engine (a full disk, an I/O fault):
@@ -164,21 +183,36 @@ class SqliteFile {
     [[noreturn]] void fail(int fallbackNumber);
     [[noreturn]] static void throwFor(int code, const std::string& message, int fallbackNumber);
 
-    struct Written {
-        std::string sql;
-        std::vector<StoredValue> values;
+    struct KeptText {
+        Shape shape;
+        std::string table;
+        std::vector<std::string> columns, returning;
+        Text sql;
     };
 
     sqlite3* db_;
     std::string path_;
     std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Finalizer>> statements_;
+    std::vector<KeptText> writeTexts_;
     int groupDepth_ = 0;
     bool groupOpen_ = false;  // the group's transaction has begun
     // The data version read while the group's transaction holds the write lock: no other
     // connection can commit then, so it holds until the group ends (-1 when not read yet).
     std::int64_t versionInGroup_ = -1;
     std::chrono::steady_clock::time_point groupStarted_;
-    std::vector<Written> groupWrites_;
+    // A write of the group as it is kept, to be made again: its values in groupValues_.
+    struct KeptWrite {
+        Text sql;
+        std::size_t first = 0, count = 0;
+        RowidAt rowidAt = RowidAt::None;
+        std::optional<std::int64_t> rowid;
+    };
+    std::vector<KeptWrite> groupWrites_;
+    // The values of the group's writes, copied into room that the next group of the run
+    // reuses: freed a group at a time, the memory would go back to the system and be taken
+    // again page by page. Let go when the outermost group ends.
+    std::vector<StoredValue> groupValues_;
+    std::size_t groupValuesUsed_ = 0;
     // Every write through this connection counts, refused ones too.
     std::uint64_t writes_ = 0;
     std::string keptPrefix_;  // the file's real path, under which its tables are kept

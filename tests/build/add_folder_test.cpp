@@ -9,6 +9,7 @@
 #include "build/run_steps.h"
 #include "folder_fixture.h"
 #include "forms/runtime.h"
+#include "shell/errhandler.h"
 
 namespace fs = std::filesystem;
 
@@ -223,6 +224,30 @@ TEST_F(AddFolder, ASymbolicLinkLoopIsWalkedOnce) {
     addFolder("pics");
     EXPECT_EQ(rows("StockNo"), "A.JPG|B.JPG");
     EXPECT_EQ(shownPage(), totals(2, 2, 0, 0));
+}
+
+TEST_F(AddFolder, AFolderRemovedDuringTheRunGivesPathNotFoundForEachFileLeft) {
+    constexpr int Files = 12, Removed = 6;
+    for (int i = 0; i < Files; ++i)
+        file("pics/f" + std::to_string(10 + i) + ".jpg");
+    Products& p = start();
+    // The folder goes once the sixth file is written: the file list is pointed at it for
+    // each of the six files left.
+    p.Observe([&](Form&, Control* control, std::string_view property) {
+        if (control && control->Name() == "lblStatus" && property == "Caption" &&
+            control->Caption() ==
+                "Checking: " + std::to_string(Removed) + " of " + std::to_string(Files))
+            fs::remove_all(appDir() + "pics");
+    });
+    int pathNotFound = 0;
+    setErrorTrace([&](const std::string& line) {
+        if (line == "Error - 76\r\n  In  (Form) products::Sub Folders") ++pathNotFound;
+    });
+    addFolder("pics");
+    setErrorTrace(nullptr);
+    EXPECT_EQ(pathNotFound, Files - Removed);
+    EXPECT_EQ(cat.query("SELECT COUNT(*) FROM Products"), std::to_string(Files));
+    EXPECT_EQ(shownPage(), totals(Files, Files, 0, 0));
 }
 
 TEST_F(AddFolder, TheNextRecordNumberOverflowingPast32767IsSteppedOverAndTheRunGoesOn) {

@@ -91,6 +91,14 @@ TEST_F(FileListTest, AFileListHoldsTheNamesThatMatchItsPatternsInAnyCase) {
     EXPECT_EQ(textOf(files.Property("FileName")), "b.JPG");
 }
 
+TEST_F(FileListTest, NamesSortIgnoringCaseAndNamesOfOneSpellingInAFixedOrder) {
+    for (const char* name : {"b.jpg", "_a.jpg", "B.jpg", "ab.jpg", "a.jpg", "A.jpg"})
+        make(name);
+    files.SetProperty("Path", Variant(root));
+    EXPECT_EQ(items(files),
+              (std::vector<std::string>{"A.jpg", "a.jpg", "ab.jpg", "B.jpg", "b.jpg", "_a.jpg"}));
+}
+
 TEST_F(FileListTest, NamesWithBlanksApostrophesAndLettersBeyondAsciiStandAsTheyAre) {
     make("Tasse à thé.jpg");
     make("O'Brien's #1 [big].jpg");
