@@ -35,7 +35,7 @@ Control* Form::Find(std::string_view name, int index) const {
     const auto at = reinterpret_cast<std::uintptr_t>(name.data());
     Found& found = found_[(at ^ (at >> 6) ^ static_cast<std::uintptr_t>(index)) % found_.size()];
     if (found.control && found.name == name.data() && found.control->Index() == index &&
-        equalFolded(found.control->Name(), name))
+        (found.control->Name() == name || equalFolded(found.control->Name(), name)))
         return found.control;
     Control* c = lookUp(name, index);
     if (c) found = {name.data(), c};

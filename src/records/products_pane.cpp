@@ -205,7 +205,7 @@ void Products::Wb1_BeforeNavigate2(const std::string& url, bool& Cancel) {
         return;
     }
     // 20. A help page loads.
-    if (when(ignore, [&] { return InStrRev(U, "INTRO.HTM") > 0; })) {
+    if (when(ignore, [&] { return InStr(U, "INTRO.HTM") > 0; })) {
         ignore([&] { Runtime::Current().LetEventsRun(); });
         return;
     }
