@@ -32,7 +32,7 @@ bool hasText(ControlKind k) {
 }
 
 bool sameName(std::string_view a, std::string_view b) {
-    return !NoCase{}(a, b) && !NoCase{}(b, a);
+    return equalFolded(a, b);
 }
 
 bool hasList(ControlKind k) {
@@ -123,6 +123,10 @@ bool Control::HasProperty(std::string_view name) const {
 
 Variant Control::Property(std::string_view name) const {
     if (hasList(kind_) && sameName(name, "ListCount")) return Variant(ListCount());
+    return stored(name);
+}
+
+const Variant& Control::stored(std::string_view name) const {
     auto it = props_.find(name);
     if (it == props_.end())
         throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
@@ -133,9 +137,25 @@ void Control::SetProperty(std::string_view name, Variant value) {
     auto it = props_.find(name);
     if (it == props_.end())
         throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
-    const std::string& key = it->first;  // a map entry stays where it is
-    Variant& current = it->second.value;
-    const Role role = it->second.role;
+    write(*it, std::move(value));
+}
+
+void Control::setCommon(Common which, std::string_view name, Variant value) {
+    if (!common_[which]) {
+        SetProperty(name, std::move(value));  // 438 as any property it does not have
+        return;
+    }
+    write(*common_[which], std::move(value));
+}
+
+const Variant& Control::common(Common which, std::string_view name) const {
+    return common_[which] ? common_[which]->second.value : stored(name);
+}
+
+void Control::write(Entry& entry, Variant value) {
+    const std::string& key = entry.first;  // a map entry stays where it is
+    Variant& current = entry.second.value;
+    const Role role = entry.second.role;
     Variant stored = std::move(value);
     // Each property keeps its kind: a text stays a text, a number a number.
     if (current.IsString()) {
@@ -166,35 +186,46 @@ void Control::SetProperty(std::string_view name, Variant value) {
         slot("FileName") = Variant(List(ListIndex()));
     notify(key);
     if (role == Role::Text && changed)
-        Raise("Change");
+        raiseIfHandled(Written::Change);
     else if (role == Role::ListIndex && changed)
-        Raise("Click");
+        raiseIfHandled(Written::Click);
     else if (role == Role::Value && kind_ == ControlKind::CheckBox && changed)
-        Raise("Click");
+        raiseIfHandled(Written::Click);
     else if (role == Role::Value && kind_ == ControlKind::OptionButton && selects) {
         unselectGroup();
-        Raise("Click");
+        raiseIfHandled(Written::Click);
     } else if ((role == Role::Path || role == Role::Pattern || role == Role::Drive) && changed)
-        Raise("Change");
+        raiseIfHandled(Written::Change);
+}
+
+void Control::raiseIfHandled(Written event) {
+    if (handled_.version != form_.HandlersVersion()) {
+        handled_.change = form_.HasHandler(name_, "Change");
+        handled_.click = form_.HasHandler(name_, "Click");
+        handled_.version = form_.HandlersVersion();
+    }
+    if (event == Written::Change ? handled_.change : handled_.click)
+        Raise(event == Written::Change ? "Change" : "Click");
 }
 
 std::string Control::Caption() const {
-    return textOf(Property("Caption"));
+    return textOf(common(CaptionProp, "Caption"));
 }
 std::string Control::Text() const {
-    return textOf(Property("Text"));
+    return textOf(common(TextProp, "Text"));
 }
 bool Control::Visible() const {
-    return Property("Visible").BoolValue();
+    return common(VisibleProp, "Visible").BoolValue();
 }
 bool Control::Enabled() const {
-    return Property("Enabled").BoolValue();
+    return common(EnabledProp, "Enabled").BoolValue();
 }
 double Control::Num(std::string_view name) const {
-    return CDbl(Property(name));
+    if (hasList(kind_) && sameName(name, "ListCount")) return ListCount();
+    return CDbl(stored(name));
 }
 std::string Control::Container() const {
-    return textOf(Property("Container"));
+    return textOf(stored("Container"));
 }
 
 std::string Control::List(int i) const {
@@ -270,10 +301,16 @@ void Control::define(const char* name, Variant value) {
         {"Text", Role::Text}, {"ListIndex", Role::ListIndex}, {"Value", Role::Value},
         {"Path", Role::Path}, {"Pattern", Role::Pattern},     {"Drive", Role::Drive},
     };
+    static const std::pair<std::string_view, Common> commons[] = {
+        {"Caption", CaptionProp}, {"Text", TextProp},       {"Value", ValueProp},
+        {"Visible", VisibleProp}, {"Enabled", EnabledProp},
+    };
     Role role = Role::Plain;
     for (const auto& [known, r] : roles)
         if (known == name) role = r;
-    props_.insert_or_assign(name, Prop{std::move(value), role});
+    auto [it, added] = props_.insert_or_assign(name, Prop{std::move(value), role});
+    for (const auto& [known, which] : commons)
+        if (known == name) common_[which] = &*it;
 }
 
 bool Control::isFolderList() const {

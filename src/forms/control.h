@@ -59,6 +59,9 @@ struct NoCase {
 class Control {
   public:
     Control(Form& form, std::string name, ControlKind kind, int index);
+    // It keeps pointers into its own properties.
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
 
     Form& Parent() const { return form_; }
     const std::string& Name() const { return name_; }
@@ -74,15 +77,15 @@ class Control {
 
     // The common properties, typed.
     std::string Caption() const;
-    void SetCaption(std::string s) { SetProperty("Caption", Variant(std::move(s))); }
+    void SetCaption(std::string s) { setCommon(CaptionProp, "Caption", Variant(std::move(s))); }
     std::string Text() const;
-    void SetText(std::string s) { SetProperty("Text", Variant(std::move(s))); }
+    void SetText(std::string s) { setCommon(TextProp, "Text", Variant(std::move(s))); }
     Variant Value() const { return Property("Value"); }
-    void SetValue(const Variant& v) { SetProperty("Value", v); }
+    void SetValue(const Variant& v) { setCommon(ValueProp, "Value", v); }
     bool Visible() const;
-    void SetVisible(bool b) { SetProperty("Visible", Variant(b)); }
+    void SetVisible(bool b) { setCommon(VisibleProp, "Visible", Variant(b)); }
     bool Enabled() const;
-    void SetEnabled(bool b) { SetProperty("Enabled", Variant(b)); }
+    void SetEnabled(bool b) { setCommon(EnabledProp, "Enabled", Variant(b)); }
     double Num(std::string_view name) const;  // Left, Top, Width, Height, Max ...
     void SetNum(std::string_view name, double v) { SetProperty(name, Variant::Double(v)); }
 
@@ -124,12 +127,40 @@ class Control {
     void SetFocus();
 
   private:
+    // The value of a property by name, without a copy; 438 for one the control does not have.
+    const Variant& stored(std::string_view name) const;
+    // The events a property write raises. The write raises one only when the form has a
+    // procedure for it: with none it would do nothing, and most writes (a bound box following
+    // its row, a button enabled) have none. What the form has is learnt once per version of
+    // its procedures.
+    enum class Written : std::uint8_t { Change, Click };
+    void raiseIfHandled(Written event);
+    struct Handled {
+        unsigned version = 0;
+        bool change = false, click = false;
+    };
+
     // What a write of a property does beyond storing its value, known once from its name.
     enum class Role : std::uint8_t { Plain, Text, ListIndex, Value, Path, Pattern, Drive };
     struct Prop {
         Variant value;
         Role role = Role::Plain;
     };
+    using Entry = std::pair<const std::string, Prop>;
+    // The properties that procedures write most, kept at hand (nullptr for one the control
+    // does not have): a bound box is written at every move, its buttons and status line too.
+    enum Common : std::uint8_t {
+        CaptionProp,
+        TextProp,
+        ValueProp,
+        VisibleProp,
+        EnabledProp,
+        Commons
+    };
+    void setCommon(Common which, std::string_view name, Variant value);
+    const Variant& common(Common which, std::string_view name) const;
+    // Stores a written value and does what the write of that property does.
+    void write(Entry& entry, Variant value);
     // Adds a property with its first value.
     void define(const char* name, Variant value);
     // The value of a property the control is known to have.
@@ -152,4 +183,6 @@ class Control {
     std::vector<std::string> items_;
     std::vector<bool> selected_;
     class Recordset* dataSource_ = nullptr;
+    Handled handled_;
+    Entry* common_[Commons] = {};
 };

@@ -1,5 +1,7 @@
 #include "forms/form.h"
 
+#include <cstdint>
+
 #include "base/convert.h"
 #include "base/fold.h"
 #include "base/vb_error.h"
@@ -30,6 +32,17 @@ Control& Form::Add(const std::string& name, ControlKind kind, int index) {
 }
 
 Control* Form::Find(std::string_view name, int index) const {
+    const auto at = reinterpret_cast<std::uintptr_t>(name.data());
+    Found& found = found_[(at ^ (at >> 6) ^ static_cast<std::uintptr_t>(index)) % found_.size()];
+    if (found.control && found.name == name.data() && found.control->Index() == index &&
+        (found.control->Name() == name || equalFolded(found.control->Name(), name)))
+        return found.control;
+    Control* c = lookUp(name, index);
+    if (c) found = {name.data(), c};
+    return c;
+}
+
+Control* Form::lookUp(std::string_view name, int index) const {
     auto it = byName_.find(name);
     if (it == byName_.end()) return nullptr;
     const std::vector<Control*>& elements = it->second;
@@ -54,6 +67,7 @@ Control& Form::operator()(std::string_view name, int index) const {
 
 void Form::On(std::string_view control, std::string_view event, Handler handler) {
     handlers_[handlerKey(control, event)] = std::make_shared<const Handler>(std::move(handler));
+    ++handlersVersion_;
 }
 
 bool Form::HasHandler(std::string_view control, std::string_view event) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -40,6 +41,9 @@ class Form {
         On(control, "Click", [self, procedure](EventArgs&) { (self->*procedure)(); });
     }
     bool HasHandler(std::string_view control, std::string_view event) const;
+    // Changes whenever a procedure is set: what a control learnt of its procedures holds
+    // while it stays the same.
+    unsigned HandlersVersion() const { return handlersVersion_; }
     void RaiseEvent(Control& control, std::string_view event, EventArgs& args);
 
     Variant Property(std::string_view name) const;
@@ -77,15 +81,27 @@ class Form {
     void NotifyChanged(Control* control, std::string_view property);
 
   private:
+    // Find without the entries of found_.
+    Control* lookUp(std::string_view name, int index) const;
+
     std::string name_;
     std::vector<std::unique_ptr<Control>> controls_;
     // The controls by their folded name, each name's in the order they were added: a
     // procedure names its controls at every statement.
     std::unordered_map<std::string, std::vector<Control*>, FoldedHash, FoldedEqual> byName_;
+    // The controls last found, by where the name asked for lies in memory: the procedures name
+    // their controls with the same constant texts again and again. An entry counts only for
+    // the same name and index, so a text that has moved or changed is looked up as before.
+    struct Found {
+        const char* name = nullptr;
+        Control* control = nullptr;
+    };
+    mutable std::array<Found, 64> found_{};
     // The procedures by "control_event", A-Z folded; shared, so that a procedure that
     // replaces its own entry runs to its end.
     std::unordered_map<std::string, std::shared_ptr<const Handler>, FoldedHash, FoldedEqual>
         handlers_;
+    unsigned handlersVersion_ = 1;
     std::string eventKey_;  // RaiseEvent's key, kept to spare an allocation per event
     std::map<std::string, Variant, NoCase> props_;
     std::vector<Observer> observers_;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/fold.h"
 #include "base/kept_listings.h"
 #include "base/strings.h"
 #include "base/vb_error.h"
@@ -27,7 +28,8 @@ std::string readFile(const std::string& path) {
 }  // namespace
 
 std::string HeadlessPane::localPath(const std::string& url) {
-    if (UCase(Left(url, 7)) == "FILE://") return url.substr(7);
+    // The scheme is plain ASCII: its seven characters are the address's first seven bytes.
+    if (equalFolded(std::string_view(url).substr(0, 7), "file://")) return url.substr(7);
     if (!url.empty() && url[0] == '/') return url;
     return {};
 }

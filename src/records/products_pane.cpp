@@ -27,6 +27,21 @@ std::string withoutLastFour(const std::string& text) {
     return Left(text, std::max(0L, Len(text) - 4));
 }
 
+bool isAscii(std::string_view text) {
+    for (char c : text)
+        if (static_cast<unsigned char>(c) >= 0x80) return false;
+    return true;
+}
+
+// Whether two texts are the same but for their last four characters. An address and a
+// picture's path are nearly always plain ASCII, where a character is a byte, and the item
+// view's address is tested at every product shown.
+bool sameButLastFour(const std::string& a, const std::string& b) {
+    if (!isAscii(a) || !isAscii(b)) return withoutLastFour(a) == withoutLastFour(b);
+    auto cut = [](std::string_view s) { return s.substr(0, s.size() > 4 ? s.size() - 4 : 0); };
+    return cut(a) == cut(b);
+}
+
 // The text that follows a word found in the upper-case address, taken from the address as
 // it stands (upper case changes no length).
 std::string behind(const std::string& url, const std::string& U, const std::string& word) {
@@ -54,6 +69,10 @@ void Products::Wb1_BeforeNavigate2(const std::string& url, bool& Cancel) {
     // 1. Nothing while the form loads.
     if (m.StartingUp) return;
     ignore([&] { U = UCase(url); });
+    // The words of the program's own links all begin "BLANK", which the address of a page
+    // shown seldom holds: it is looked for once, and they only where it is.
+    const bool blank = InStr(U, "BLANK") > 0;
+    auto linkWord = [&](std::string_view word) { return blank && InStr(U, word) > 0; };
     // 2. The command panel opened by MENU in view mode closes first.
     if (when(ignore,
              [&] { return (*this)("Frame5").Visible() && cmdShowPic.Caption() == "Edit Mode"; }))
@@ -84,7 +103,7 @@ void Products::Wb1_BeforeNavigate2(const std::string& url, bool& Cancel) {
         return;
     }
     // 7. A check box of the item selection flips its row of List2.
-    if (when(ignore, [&] { return InStr(U, "BLANKGUY_") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKGUY_"); })) {
         ignore([&] { Cancel = true; });
         ignore([&] { n = Variant(behind(url, U, "GUY_")); });
         ignore([&] { List2.SetListIndex(CInt(n)); });
@@ -92,15 +111,14 @@ void Products::Wb1_BeforeNavigate2(const std::string& url, bool& Cancel) {
         return;
     }
     // 8. Back from the enlarged picture.
-    if (when(ignore, [&] { return InStr(U, "BLANKPICBACK") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKPICBACK"); })) {
         ignore([&] { Cancel = true; });
         ignore([&] { Wb1().GoBack(); });
         return;
     }
     // 9. A click on the item's own picture, whatever its last four characters: enlarge it.
     if (when(ignore, [&] {
-            if (withoutLastFour(url) != withoutLastFour((*this)("txtFields", 19).Text()))
-                return false;
+            if (!sameButLastFour(url, (*this)("txtFields", 19).Text())) return false;
             if (InStr(U, "HTM") > 0) return false;
             for (const char* link : CommandLinks)
                 if (InStr(U, link) > 0) return false;
@@ -141,53 +159,53 @@ void Products::Wb1_BeforeNavigate2(const std::string& url, bool& Cancel) {
         return;
     }
     // 12 to 16. The build menu's tasks, run inside this event.
-    if (when(ignore, [&] { return InStr(U, "BLANKCHANGEPICPATH") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKCHANGEPICPATH"); })) {
         ignore([&] { Cancel = true; });
         ignore([&] { bulk->ChP(); });
         return;
     }
-    if (when(ignore, [&] { return InStr(U, "BLANKTEXTEDIT") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKTEXTEDIT"); })) {
         ignore([&] { Cancel = true; });
         ignore([&] { EditPlacements = true; });
         ignore([&] { bulk->GetFiles(); });
         return;
     }
-    if (when(ignore, [&] { return InStr(U, "BLANKDBFILES") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKDBFILES"); })) {
         ignore([&] { Cancel = true; });
         ignore([&] { EditPlacements = false; });
         ignore([&] { ImportKind = 7; });
         ignore([&] { bulk->GetFiles(); });
         return;
     }
-    if (when(ignore, [&] { return InStr(U, "BLANKTEXTFILES") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKTEXTFILES"); })) {
         ignore([&] { Cancel = true; });
         ignore([&] { EditPlacements = false; });
         ignore([&] { bulk->GetFiles(); });
         return;
     }
-    if (when(ignore, [&] { return InStr(U, "BLANKFOLDER") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKFOLDER"); })) {
         ignore([&] { Cancel = true; });
         ignore([&] { bulk->Folders(); });
         return;
     }
     // 17 to 19. The answers that a waiting task reads.
-    if (when(ignore, [&] { return InStr(U, "BLANKDELETE") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKDELETE"); })) {
         ignore([&] { m.DeleteChoice = Variant::Integer(1); });
         ignore([&] { Cancel = true; });
         return;
     }
-    if (when(ignore, [&] { return InStr(U, "BLANKCONTINUE") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKCONTINUE"); })) {
         ignore([&] { ContinueFlag = true; });
         ignore([&] { Cancel = true; });
         return;
     }
-    if (when(ignore, [&] { return InStr(U, "BLANKCANCEL") > 0; })) {
+    if (when(ignore, [&] { return linkWord("BLANKCANCEL"); })) {
         ignore([&] { m.DeleteChoice = Variant::Integer(2); });
         ignore([&] { Cancel = true; });
         return;
     }
     // 20. A help page loads.
-    if (when(ignore, [&] { return InStrRev(U, "INTRO.HTM") > 0; })) {
+    if (when(ignore, [&] { return InStr(U, "INTRO.HTM") > 0; })) {
         ignore([&] { Runtime::Current().LetEventsRun(); });
         return;
     }
@@ -215,11 +233,12 @@ void Products::Wb1_NavigateComplete2(const std::string& url) {
     std::string U, name;
     if (m.StartingUp) return;
     ignore([&] { m.LastUrl = url; });
-    ignore([&] { U = UCase(url); });
     // A click on a thumbnail finds the item whose stock number is the picture's name.
     if (when(ignore, [&] {
-            return m.ThumbsMode && (InStr(U, ".JPG") > 0 || InStr(U, ".GIF") > 0 ||
-                                    InStr(U, ".BMP") > 0 || InStr(U, ".TXT") > 0);
+            if (!m.ThumbsMode) return false;
+            U = UCase(url);
+            return InStr(U, ".JPG") > 0 || InStr(U, ".GIF") > 0 || InStr(U, ".BMP") > 0 ||
+                   InStr(U, ".TXT") > 0;
         })) {
         if (when(ignore, [&] { return InStrRev(url, "\\") > 0; }))
             ignore([&] { name = Mid(url, InStrRev(url, "\\") + 1); });

@@ -1,6 +1,8 @@
 // The item view: the current record written as page.htm in the program folder and shown
 // in the pane. Every line of the page is written here as it stands.
 #include <functional>
+#include <initializer_list>
+#include <string_view>
 
 #include "base/convert.h"
 #include "base/files.h"
@@ -55,45 +57,48 @@ void Products::ShowPicture() {
         binding.Refresh();
     };
     TextFileWriter page;
-    auto print = [&](auto line) { on([&] { page.printLine(line()); }); };
+    // A line is a statement of its own, printed from its parts; one that reads a field is
+    // written out as a statement where it stands.
+    auto print = [&](std::initializer_list<std::string_view> parts) {
+        on([&] { page.printLine(parts); });
+    };
     // The blocks that the page with a picture and the page without share.
     auto commonStart = [&] {
-        print([&] { return "<body>"; });
-        print([&] { return "<body bgcolor=silver>"; });
-        print([&] { return "<div align=" + quote + "Center" + quote + ">"; });
-        print([&] {
-            return "<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; "
-                   "border-width:4; "
-                   "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
-                   "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=" +
-                   Size + "% Id = Table1>";
-        });
+        print({"<body>"});
+        print({"<body bgcolor=silver>"});
+        print({"<div align=", quote, "Center", quote, ">"});
+        print(
+            {"<table border=2 cellpadding=4 cellspacing=4 style=border-style:solid; "
+             "border-width:4; "
+             "border-collapse: collapse; padding-left:4; padding-right:4; padding-top:4; "
+             "padding-bottom:4 bordercolor=black bgcolor=#7C7C7C height=100% width=",
+             Size, "% Id = Table1>"});
     };
     auto nameRow = [&] {
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
-        print([&] { return "<p align=center>" + field(ProdName) + "</td>"; });
-        print([&] { return "</tr>"; });
+        print({"<tr>"});
+        print({"<td width=", Size, "% align=center height=10% bgcolor=white>"});
+        on([&] { page.printLine({"<p align=center>", field(ProdName), "</td>"}); });
+        print({"</tr>"});
     };
     // The description row and the opening of the cost cell's row.
     auto footerStart = [&] {
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=white>"; });
-        print([&] { return "<p align=left>" + field(ProdDesc) + "</td>"; });
-        print([&] { return "</tr>"; });
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
+        print({"<tr>"});
+        print({"<td width=", Size, "% align=center height=10% bgcolor=white>"});
+        on([&] { page.printLine({"<p align=left>", field(ProdDesc), "</td>"}); });
+        print({"</tr>"});
+        print({"<tr>"});
+        print({"<td width=", Size, "% align=center height=10% bgcolor=#EEEEEE>"});
     };
     auto costLine = [&] {
-        print([&] {
-            return "<p align=center>Your Cost: " +
-                   Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00") +
-                   "<br><font size=1> PKG: " + field(Packaging) + "</td>";
+        on([&] {
+            page.printLine(
+                {"<p align=center>Your Cost: ", Format(adoPrimaryRS->GetValue(Cost1), "$#,###.00"),
+                 "<br><font size=1> PKG: ", field(Packaging), "</td>"});
         });
     };
     auto commonEnd = [&] {
-        print([&] { return "</table>"; });
-        print([&] { return "</body>"; });
+        print({"</table>"});
+        print({"</body>"});
     };
 
     if (when(on, [&] { return CBool(m.HelpShowing); })) {
@@ -142,29 +147,29 @@ void Products::ShowPicture() {
         on([&] { page.open(CStr(m.AppDir) + "page.htm"); });
         commonStart();
         if (Height != "85") {
-            print([&] { return "<tr>"; });
-            print(
-                [&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
-            print([&] {
-                return "<p align=center><font size=4 font color=blue>" + field(StockNo) + "</font>";
+            print({"<tr>"});
+            print({"<td width=", Size, "% align=center height=10% bgcolor=#EEEEEE>"});
+            on([&] {
+                page.printLine(
+                    {"<p align=center><font size=4 font color=blue>", field(StockNo), "</font>"});
             });
-            print([&] { return "<br><font size=2>Page #" + field(PageNo) + "</font></td>"; });
-            print([&] { return "</tr>"; });
+            on([&] { page.printLine({"<br><font size=2>Page #", field(PageNo), "</font></td>"}); });
+            print({"</tr>"});
             nameRow();
         }
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=60% bgcolor=#D4D4D4>"; });
-        print([&] {
+        print({"<tr>"});
+        print({"<td width=", Size, "% align=center height=60% bgcolor=#D4D4D4>"});
+        on([&] {
             const std::string noPic = CStr(m.AppDir) + "Pictures/NoPic.jpg";
-            return "<img border=0 href=" + quote + noPic + quote + " src=" + quote + noPic + quote +
-                   " height=" + Height + (Height == "85" ? " %" : "%") +
-                   " align=center alt=" + quote + field(StockNo) + quote + "></a></td>";
+            page.printLine({"<img border=0 href=", quote, noPic, quote, " src=", quote, noPic,
+                            quote, " height=", Height, Height == "85" ? " %" : "%",
+                            " align=center alt=", quote, field(StockNo), quote, "></a></td>"});
         });
-        print([&] { return "</tr>"; });
+        print({"</tr>"});
         if (Height != "85") {
             footerStart();
             costLine();
-            print([&] { return "</tr>"; });
+            print({"</tr>"});
         }
         commonEnd();
         on([&] { page.close(); });
@@ -209,40 +214,42 @@ void Products::ShowPicture() {
     on([&] { page.open(CStr(m.AppDir) + "page.htm"); });
     commonStart();
     if (Height != "85") {
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=10% bgcolor=#EEEEEE>"; });
-        print([&] {
-            return "<p align=center><font size=4 font color=blue>" + field(StockNo) + "</font>";
+        print({"<tr>"});
+        print({"<td width=", Size, "% align=center height=10% bgcolor=#EEEEEE>"});
+        on([&] {
+            page.printLine(
+                {"<p align=center><font size=4 font color=blue>", field(StockNo), "</font>"});
         });
         // With no page number the cell stays open.
         if (when(on, [&] { return field(PageNo) != ""; }))
-            print([&] { return "<br><font size=2>Page # " + field(PageNo) + "</font></td>"; });
-        print([&] { return "</tr>"; });
+            on([&] {
+                page.printLine({"<br><font size=2>Page # ", field(PageNo), "</font></td>"});
+            });
+        print({"</tr>"});
         nameRow();
 
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=" + Size + "% align=center height=60% bgcolor=#D4D4D4>"; });
+        print({"<tr>"});
+        print({"<td width=", Size, "% align=center height=60% bgcolor=#D4D4D4>"});
         if (m.ThumbsMode)
-            print([&] {
-                return "<center><a href=backtothumbs>Click To Return To Thumbnails</a></center>";
-            });
+            print({"<center><a href=backtothumbs>Click To Return To Thumbnails</a></center>"});
         if (media) {
-            print([&] { return "<a href=" + quote + field(ProdDesc) + quote + ">"; });
-            print([&] { return "<p align=center>" + MediaText + "</p>"; });
-            print([&] {
-                return "<img border=0 src=" + quote + ImagePath + quote + " src=" + quote +
-                       field(ProdDesc) + quote + " height=100 align=center alt=" + quote +
-                       field(StockNo) + quote + "></a></td>";
+            on([&] { page.printLine({"<a href=", quote, field(ProdDesc), quote, ">"}); });
+            print({"<p align=center>", MediaText, "</p>"});
+            on([&] {
+                page.printLine({"<img border=0 src=", quote, ImagePath, quote, " src=", quote,
+                                field(ProdDesc), quote, " height=100 align=center alt=", quote,
+                                field(StockNo), quote, "></a></td>"});
             });
         } else {
-            print([&] { return "<a href=" + quote + ImagePath + quote + ">"; });
-            print([&] {
-                return "<img border=0 dynsrc=" + quote + field(Picture) + quote + " src=" + quote +
-                       field(Picture) + quote + " height=260 align=center alt=" + quote +
-                       field(StockNo) + quote + "></a></td>";
+            print({"<a href=", quote, ImagePath, quote, ">"});
+            on([&] {
+                const std::string picture = field(Picture);
+                page.printLine({"<img border=0 dynsrc=", quote, picture, quote, " src=", quote,
+                                picture, quote, " height=260 align=center alt=", quote,
+                                field(StockNo), quote, "></a></td>"});
             });
         }
-        print([&] { return "</tr>"; });
+        print({"</tr>"});
 
         footerStart();
         if (when(on, [&] {
@@ -250,26 +257,26 @@ void Products::ShowPicture() {
                 return !cost.IsNull() && CDbl(cost) != 0;
             }))
             costLine();
-        print([&] { return "</tr>"; });
+        print({"</tr>"});
     } else {
-        print([&] { return "<tr>"; });
-        print([&] { return "<td width=100% align=center height=100% bgcolor=#D4D4D4>"; });
+        print({"<tr>"});
+        print({"<td width=100% align=center height=100% bgcolor=#D4D4D4>"});
         if (media) {
-            print([&] { return "<a href=" + quote + field(ProdDesc) + quote + ">"; });
-            print([&] {
-                return "<img border=0 src=" + quote + ImagePath + quote +
-                       " height=100 align=center alt=" + quote + field(StockNo) + quote +
-                       "></a></td>";
+            on([&] { page.printLine({"<a href=", quote, field(ProdDesc), quote, ">"}); });
+            on([&] {
+                page.printLine({"<img border=0 src=", quote, ImagePath, quote,
+                                " height=100 align=center alt=", quote, field(StockNo), quote,
+                                "></a></td>"});
             });
         } else {
-            print([&] { return "<a href=" + quote + ImagePath + quote + ">"; });
-            print([&] {
-                return "<img border=0 dynsrc=" + quote + field(Picture) + quote +
-                       " height=100 align=center alt=" + quote + field(StockNo) + quote +
-                       "></a></td>";
+            print({"<a href=", quote, ImagePath, quote, ">"});
+            on([&] {
+                page.printLine({"<img border=0 dynsrc=", quote, field(Picture), quote,
+                                " height=100 align=center alt=", quote, field(StockNo), quote,
+                                "></a></td>"});
             });
         }
-        print([&] { return "</tr>"; });
+        print({"</tr>"});
     }
     commonEnd();
     on([&] { page.close(); });

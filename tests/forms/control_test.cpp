@@ -142,6 +142,46 @@ TEST_F(Counting, ArrayElementsAddedOutOfOrderAreFoundByIndex) {
     EXPECT_VBERROR(form("optKind", 1), 340);
 }
 
+TEST_F(Counting, AProcedureSetAfterAControlWasWrittenHearsItsNextWrites) {
+    Control& box = form.Add("txtLater", ControlKind::TextBox);
+    Control& check = form.Add("chkLater", ControlKind::CheckBox);
+    box.SetText("before");
+    check.SetValue(Variant::Integer(1));
+    form.On("txtLater", "Change", [this](EventArgs&) { ++changes; });
+    form.On("chkLater", "Click", [this](EventArgs&) { ++clicks; });
+    box.SetText("after");
+    check.SetValue(Variant::Integer(0));
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Counting, AControlNamedByATextThatChangesInPlaceIsFoundByWhatItSays) {
+    form.Add("txtOther", ControlKind::TextBox);
+    std::string name = "txtName";
+    EXPECT_EQ(&form(name), form.Find("txtName"));
+    name.replace(0, name.size(), "txtOther");  // the same buffer now names another control
+    EXPECT_EQ(form(name).Name(), "txtOther");
+    name.replace(0, name.size(), "lblCell");
+    EXPECT_EQ(form(name, 2).Index(), 2);
+    EXPECT_EQ(form(name, 1).Index(), 1);
+    EXPECT_VBERROR(form(name, 3), 340);
+    name.replace(0, name.size(), "LBLCELL");
+    EXPECT_EQ(form(name, 1).Name(), "lblCell");
+}
+
+TEST_F(Counting, TheCommonPropertiesReadAndWriteAsAnyOther) {
+    Control& cell = form("lblCell", 0);
+    cell.SetCaption("Total");
+    EXPECT_EQ(textOf(cell.Property("caption")), "Total");
+    cell.SetProperty("CAPTION", Variant(5));
+    EXPECT_EQ(cell.Caption(), "5");
+    cell.SetEnabled(false);
+    EXPECT_FALSE(cell.Property("Enabled").BoolValue());
+    EXPECT_VBERROR(cell.SetText("no text on a label"), 438);
+    EXPECT_VBERROR(cell.Text(), 438);
+    EXPECT_VBERROR(cell.SetValue(Variant(1)), 438);
+}
+
 TEST_F(Counting, ObserversHearEveryPropertyWrite) {
     std::vector<std::string> heard;
     form.Observe([&](Form&, Control* c, std::string_view p) {

@@ -219,6 +219,14 @@ TEST_F(Router, ThePictureMatchesWhateverItsLastFourCharacters) {
     EXPECT_NE(pane().DocumentText().find("<img src=\"" + other + "\">"), std::string::npos);
 }
 
+TEST_F(Router, ThePictureMatchesWhateverItsLastFourCharactersWhenTheyAreNotPlainLetters) {
+    startWithItems();
+    // Four characters, six bytes: the cut counts characters.
+    const std::string other = appDir() + "Pictures/CM44\u00B7jp\u00E9";
+    navigate(other);
+    EXPECT_NE(pane().DocumentText().find("<img src=\"" + other + "\">"), std::string::npos);
+}
+
 TEST_F(Router, AnotherItemsPictureIsNoEnlargement) {
     startWithItems();
     navigate(appDir() + "Pictures/CR205.jpg");
