@@ -232,6 +232,14 @@ void TextFileWriter::printLine(std::initializer_list<std::string_view> parts) {
     write("\r\n");
 }
 
+void TextFileWriter::endBuilt(std::size_t mark) {
+    if (fd_ < 0) {
+        buffer_.resize(mark);
+        throw VbError(vberr::BadFileNameOrNumber);
+    }
+    write("\r\n");
+}
+
 void TextFileWriter::printValue(const Variant& v) {
     printLine(printForm(v));
 }

@@ -41,9 +41,14 @@ void WebCatalogue::CreateDetailPages() {
     if (!on([&] { out.open(pagesFolder() + detailPageName(textOf(CurrentStockNo))); })) return;
     on([&] { out.printLine(BodyTag[1].empty() ? "<body bgcolor='#FFFFFF'>" : BodyTag[1]); });
     on([&] {
-        out.printLine("<a href='" + PageBase + std::to_string(PageNumber) + ".htm'>" +
-                      paragraph(1, -1) + fontOpen(1, 0) + "Click Here To Return" +
-                      m.CloseTags[1][0] + "</font></font></a></p>");
+        out.printBuilt([&](std::string& line) {
+            line.append("<a href='").append(PageBase).append(std::to_string(PageNumber));
+            line.append(".htm'>");
+            paragraph(line, 1, -1);
+            fontOpen(line, 1, 0);
+            line.append("Click Here To Return").append(m.CloseTags[1][0]);
+            line.append("</font></font></a></p>");
+        });
     });
     int L = 0;
     for (int r = 0; r <= 8; ++r)
