@@ -92,16 +92,22 @@ long InStr(std::string_view haystack, std::string_view needle) {
 }
 
 long InStrText(long start, std::string_view haystack, std::string_view needle) {
-    // InStr on both texts folded, into buffers kept between calls: a page's every template
-    // line is searched for each marker.
-    thread_local std::string foldedHaystack, foldedNeedle;
-    auto fold = [](std::string& into, std::string_view s) {
-        into.assign(s);
-        for (char& c : into)
-            c = foldChar(c);
-        return std::string_view(into);
-    };
-    return InStr(start, fold(foldedHaystack, haystack), fold(foldedNeedle, needle));
+    // InStr with both texts folded, compared in place: a page's every template line is
+    // searched for each marker, and no folded copy is made of either.
+    if (start < 1) throw VbError(vberr::InvalidProcedureCall);
+    if (haystack.empty()) return 0;
+    const std::size_t from = offsetOf(haystack, start - 1);
+    if (needle.empty()) return start <= Len(haystack) + 1 ? start : 0;
+    const char first = foldChar(needle[0]);
+    for (std::size_t at = from; at < haystack.size() && haystack.size() - at >= needle.size();
+         ++at) {
+        if (foldChar(haystack[at]) != first) continue;
+        std::size_t i = 1;
+        while (i < needle.size() && foldChar(haystack[at + i]) == foldChar(needle[i]))
+            ++i;
+        if (i == needle.size()) return start + charsIn(haystack.substr(from), at - from);
+    }
+    return 0;
 }
 
 long InStrText(std::string_view haystack, std::string_view needle) {

@@ -75,6 +75,14 @@ TEST(TextSearchIgnoringCase, CountsCharactersAndKeepsTheRulesOfInStr) {
     EXPECT_THROW(InStrText(0, "abc", "a"), VbError);
 }
 
+TEST(TextSearchIgnoringCase, FindsAMatchThatEndsTheTextAndNoneThatWouldRunPastIt) {
+    EXPECT_EQ(InStrText("<!-- PICREF", "PicRef"), 6);
+    EXPECT_EQ(InStrText(2, "xAB", "ab"), 2);
+    EXPECT_EQ(InStrText(3, "xAB", "ab"), 0);
+    EXPECT_EQ(InStrText("pPpicref", "PICREF"), 3);
+    EXPECT_EQ(InStrText("[\\]^_`", "{|}~"), 0);
+}
+
 TEST(TextJoin, JoinsThePartsInOrder) {
     EXPECT_EQ(Concat({"<p align='", std::string("left"), "'>", ""}), "<p align='left'>");
     EXPECT_EQ(Concat({}), "");
