@@ -35,7 +35,7 @@ void WebCatalogue::CreateDetailPages() {
         on([&] { CurrentStockNo = DetailStockNo; });
     SuppressListEvents = true;
     for (int k = 0; k <= 5; ++k)
-        on([&] { (*this)("lstAll", k).SetListIndex(CInt(m.BoxListIndex[1][k])); });
+        on([&] { fieldList(k).SetListIndex(CInt(m.BoxListIndex[1][k])); });
     SuppressListEvents = false;
     TextFileWriter out;
     if (!on([&] { out.open(pagesFolder() + detailPageName(textOf(CurrentStockNo))); })) return;

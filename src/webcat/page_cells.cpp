@@ -96,7 +96,7 @@ void WebCatalogue::writeRow(Trap& on, TextFileWriter& out, int side, int r, int&
     if (k != 10 && side == 0 && k >= 6 && k <= 8) {
         writeBoxCase(on, out, side, k, k);
     } else if (k != 10 && (side == 1 || k < 6)) {
-        if (k < 6) on([&] { L = (*this)("lstAll", k).ListIndex(); });
+        if (k < 6) on([&] { L = fieldList(k).ListIndex(); });
         int kase = -1;
         switch (shownAs(L, kase)) {
             case Shown::Text:

@@ -185,9 +185,15 @@ bool WebCatalogue::writeCell(Trap& on, TextFileWriter& out, const std::string& w
         });
     });
     itemsOnPage_ += 1;
+    struct CellLists {
+        std::array<Control*, 6>& lists;
+        ~CellLists() { lists.fill(nullptr); }
+    } found{cellLists_};
+    for (int k = 0; k <= 5; ++k)
+        cellLists_[k] = P.Find("lstAll", k);
     SuppressListEvents = true;
     for (int k = 0; k <= 5; ++k)
-        on([&] { (*this)("lstAll", k).SetListIndex(CInt(m.BoxListIndex[0][k])); });
+        on([&] { fieldList(k).SetListIndex(CInt(m.BoxListIndex[0][k])); });
     SuppressListEvents = false;
     int L = 0;
     for (int r = 0; r <= 8; ++r)
@@ -204,6 +210,11 @@ bool WebCatalogue::writeCell(Trap& on, TextFileWriter& out, const std::string& w
         return false;
     }
     return true;
+}
+
+Control& WebCatalogue::fieldList(int k) {
+    if (k >= 0 && k < 6 && cellLists_[k] != nullptr) return *cellLists_[k];
+    return (*this)("lstAll", k);
 }
 
 void WebCatalogue::lookUpPictures(Trap& on) {

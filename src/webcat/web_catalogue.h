@@ -258,4 +258,8 @@ class WebCatalogue : public ProductsPart {
     std::string pageGroup_ = "None";  // the group value of the page
     bool cellWritten_ = false;
     int pagesSinceBlank_ = 0;  // pages since the pane was last blanked
+    // The field lists lstAll(0..5) while a cell is written: the cell and its detail page
+    // set and read them twenty times, and no control comes or goes meanwhile.
+    std::array<Control*, 6> cellLists_{};
+    Control& fieldList(int k);
 };
