@@ -1,5 +1,8 @@
 #include "base/strings.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "base/vb_error.h"
 
 namespace {
@@ -93,21 +96,35 @@ long InStr(std::string_view haystack, std::string_view needle) {
 
 long InStrText(long start, std::string_view haystack, std::string_view needle) {
     // InStr with both texts folded, compared in place: a page's every template line is
-    // searched for each marker, and no folded copy is made of either.
+    // searched for each marker. The first character's two cases are found by memchr.
     if (start < 1) throw VbError(vberr::InvalidProcedureCall);
     if (haystack.empty()) return 0;
     const std::size_t from = offsetOf(haystack, start - 1);
     if (needle.empty()) return start <= Len(haystack) + 1 ? start : 0;
-    const char first = foldChar(needle[0]);
-    for (std::size_t at = from; at < haystack.size() && haystack.size() - at >= needle.size();
-         ++at) {
-        if (foldChar(haystack[at]) != first) continue;
+    if (from >= haystack.size() || haystack.size() - from < needle.size()) return 0;
+    const std::size_t last = haystack.size() - needle.size();  // the last place it fits
+    const char lower = foldChar(needle[0]);
+    const char upper = lower >= 'a' && lower <= 'z' ? static_cast<char>(lower - 32) : lower;
+    auto next = [&](char c, std::size_t at) {
+        if (at > last) return std::string_view::npos;
+        const void* hit = std::memchr(haystack.data() + at, c, last - at + 1);
+        return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - haystack.data())
+                   : std::string_view::npos;
+    };
+    std::size_t nextLower = next(lower, from);
+    std::size_t nextUpper = upper == lower ? std::string_view::npos : next(upper, from);
+    for (;;) {
+        const std::size_t at = std::min(nextLower, nextUpper);
+        if (at == std::string_view::npos) return 0;
         std::size_t i = 1;
         while (i < needle.size() && foldChar(haystack[at + i]) == foldChar(needle[i]))
             ++i;
         if (i == needle.size()) return start + charsIn(haystack.substr(from), at - from);
+        if (at == nextLower)
+            nextLower = next(lower, at + 1);
+        else
+            nextUpper = next(upper, at + 1);
     }
-    return 0;
 }
 
 long InStrText(std::string_view haystack, std::string_view needle) {

@@ -80,6 +80,8 @@ TEST(TextSearchIgnoringCase, FindsAMatchThatEndsTheTextAndNoneThatWouldRunPastIt
     EXPECT_EQ(InStrText(2, "xAB", "ab"), 2);
     EXPECT_EQ(InStrText(3, "xAB", "ab"), 0);
     EXPECT_EQ(InStrText("pPpicref", "PICREF"), 3);
+    EXPECT_EQ(InStrText("Pa pA PAx", "pax"), 7);
+    EXPECT_EQ(InStrText("a<!- <!--", "<!--"), 6);
     EXPECT_EQ(InStrText("[\\]^_`", "{|}~"), 0);
 }
 
