@@ -21,7 +21,14 @@ std::size_t nextChar(std::string_view s, std::size_t i) {
 
 // Byte offset of the character with 0-based index n (s.size() when past the end).
 std::size_t offsetOf(std::string_view s, long n) {
+    // Plain ASCII, one byte a character, is passed over first.
     std::size_t i = 0;
+    const std::size_t ascii = n > 0 ? std::min(s.size(), static_cast<std::size_t>(n)) : 0;
+    while (i < ascii && static_cast<unsigned char>(s[i]) < 0x80)
+        ++i;
+    // Stray continuation bytes belong to the character before them, even a plain one.
+    if (i > 0 && i < s.size() && isContinuation(static_cast<unsigned char>(s[i]))) --i;
+    n -= static_cast<long>(i);
     while (n > 0 && i < s.size()) {
         i = nextChar(s, i);
         --n;
@@ -29,11 +36,14 @@ std::size_t offsetOf(std::string_view s, long n) {
     return i;
 }
 
-// Number of characters in the first `bytes` bytes.
+// Number of characters in the first `bytes` bytes: the first byte starts one, and so does
+// every later byte that continues none.
 long charsIn(std::string_view s, std::size_t bytes) {
-    long n = 0;
-    for (std::size_t i = 0; i < bytes && i < s.size(); i = nextChar(s, i))
-        ++n;
+    const std::size_t end = std::min(bytes, s.size());
+    if (end == 0) return 0;
+    long n = 1;
+    for (std::size_t i = 1; i < end; ++i)
+        n += isContinuation(static_cast<unsigned char>(s[i])) ? 0 : 1;
     return n;
 }
 

@@ -75,6 +75,28 @@ TEST(TextSearchIgnoringCase, CountsCharactersAndKeepsTheRulesOfInStr) {
     EXPECT_THROW(InStrText(0, "abc", "a"), VbError);
 }
 
+TEST(TextCharacters, StrayContinuationBytesBelongToTheCharacterBefore) {
+    EXPECT_EQ(Len("ab\x80"
+                  "c"),
+              3);
+    EXPECT_EQ(Left("ab\x80"
+                   "c",
+                   2),
+              "ab\x80");
+    EXPECT_EQ(Mid("ab\x80\x80"
+                  "cd",
+                  3),
+              "cd");
+    EXPECT_EQ(Left("\x80"
+                   "ab",
+                   1),
+              "\x80");
+    EXPECT_EQ(InStr("ab\x80"
+                    "cd",
+                    "d"),
+              4);
+}
+
 TEST(TextSearchIgnoringCase, FindsAMatchThatEndsTheTextAndNoneThatWouldRunPastIt) {
     EXPECT_EQ(InStrText("<!-- PICREF", "PicRef"), 6);
     EXPECT_EQ(InStrText(2, "xAB", "ab"), 2);
