@@ -1,7 +1,6 @@
 // The detail page of an item, `Pages/<stock number>.htm`, written from side 1 of the
 // layout with a link back to the catalogue page that listed it.
 #include "base/convert.h"
-#include "base/strings.h"
 #include "base/vb_error.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
@@ -11,7 +10,8 @@
 std::string detailPageName(const std::string& stockNo) {
     // A name that would leave the pages folder, or that no file system takes, is a bad file
     // name: the page is not written, and the run goes on.
-    if (Trim(stockNo).empty() || stockNo == "." || InStr(stockNo, "..") > 0)
+    if (stockNo.find_first_not_of(' ') == std::string::npos || stockNo == "." ||
+        stockNo.find("..") != std::string::npos)
         throw VbError(vberr::BadFileNameOrNumber);
     for (unsigned char c : stockNo)
         if (c < 32 || c == 127 ||
