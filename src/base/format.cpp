@@ -1,5 +1,6 @@
 #include "base/format.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -90,9 +91,14 @@ void decimalDigits(double magnitude, std::string& integer, std::string& fraction
 void currencyDigits(std::int64_t scaled, std::string& integer, std::string& fraction) {
     const std::uint64_t magnitude = scaled < 0 ? static_cast<std::uint64_t>(-(scaled + 1)) + 1
                                                : static_cast<std::uint64_t>(scaled);
-    integer = magnitude / 10000 == 0 ? std::string() : std::to_string(magnitude / 10000);
-    fraction = std::to_string(magnitude % 10000);
-    fraction.insert(0, 4 - fraction.size(), '0');
+    char buf[24];
+    integer.clear();
+    if (magnitude / 10000 != 0)
+        integer.assign(buf, static_cast<std::size_t>(
+                                std::to_chars(buf, buf + sizeof buf, magnitude / 10000).ptr - buf));
+    const char* end = std::to_chars(buf, buf + sizeof buf, magnitude % 10000).ptr;
+    fraction.assign(static_cast<std::size_t>(4 - (end - buf)), '0');
+    fraction.append(buf, static_cast<std::size_t>(end - buf));
 }
 
 // Rounds the decimal digits to `decimals` places, half up.
@@ -134,22 +140,25 @@ std::string formatNumber(const Variant& value, const NumberMask& mask) {
     if (fraction.size() < static_cast<std::size_t>(mask.minDecimals))
         fraction.append(static_cast<std::size_t>(mask.minDecimals) - fraction.size(), '0');
 
-    const std::size_t firstNonZero = integer.find_first_not_of('0');
-    integer = firstNonZero == std::string::npos ? std::string() : integer.substr(firstNonZero);
+    integer.erase(0, std::min(integer.find_first_not_of('0'), integer.size()));
     if (integer.size() < static_cast<std::size_t>(mask.minIntegerDigits))
         integer.insert(0, static_cast<std::size_t>(mask.minIntegerDigits) - integer.size(), '0');
+    std::string out;
+    out.reserve(1 + mask.prefix.size() + integer.size() * 4 / 3 + 1 + fraction.size() +
+                mask.suffix.size());
+    if (negative) out += '-';
+    out += mask.prefix;
     if (mask.thousands && integer.size() > 3) {
-        std::string grouped;
         const std::size_t lead = integer.size() % 3 == 0 ? 3 : integer.size() % 3;
-        grouped = integer.substr(0, lead);
+        out.append(integer, 0, lead);
         for (std::size_t k = lead; k < integer.size(); k += 3)
-            grouped += "," + integer.substr(k, 3);
-        integer = grouped;
+            out.append(1, ',').append(integer, k, 3);
+    } else {
+        out += integer;
     }
-    std::string out = negative ? "-" : "";
-    out += mask.prefix + integer;
-    if (mask.point) out += "." + fraction;
-    return out + mask.suffix;
+    if (mask.point) out.append(1, '.').append(fraction);
+    out += mask.suffix;
+    return out;
 }
 
 }  // namespace

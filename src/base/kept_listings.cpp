@@ -4,8 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <functional>
 #include <map>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -16,12 +18,20 @@ namespace {
 
 using FolderId = std::pair<dev_t, ino_t>;
 
+// Names looked up by a string_view, with no string made for the lookup.
+struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+};
+template <class T>
+using ByName = std::unordered_map<std::string, T, NameHash, std::equal_to<>>;
+
 struct Kept {
     int runs = 0;
     // A folder as the program spells it, and the folder it is (none when it is missing).
-    std::unordered_map<std::string, std::optional<FolderId>> folders;
+    ByName<std::optional<FolderId>> folders;
     // The names in each folder read, with their kind as the listing gives it.
-    std::map<FolderId, std::unordered_map<std::string, unsigned char>> listings;
+    std::map<FolderId, ByName<unsigned char>> listings;
     // The file last written whole, still open.
     std::string writerPath;
     int writer = -1;
@@ -50,28 +60,26 @@ bool statRegular(const std::string& path) {
 }
 
 // The folder part and name of a path: "a/b.jpg" is "a" and "b.jpg", "b.jpg" is "." and it.
-std::pair<std::string, std::string_view> split(const std::string& path) {
+std::pair<std::string_view, std::string_view> split(std::string_view path) {
     const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return {".", path};
-    return {path.substr(0, slash == 0 ? 1 : slash), std::string_view(path).substr(slash + 1)};
+    if (slash == std::string_view::npos) return {".", path};
+    return {path.substr(0, slash == 0 ? 1 : slash), path.substr(slash + 1)};
 }
 
-const std::optional<FolderId>& folderOf(Kept& k, const std::string& folder) {
-    auto [at, added] = k.folders.try_emplace(folder);
-    if (added) {
-        struct stat status {};
-        if (::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
-            at->second = FolderId{status.st_dev, status.st_ino};
-    }
-    return at->second;
+const std::optional<FolderId>& folderOf(Kept& k, std::string_view folder) {
+    if (auto at = k.folders.find(folder); at != k.folders.end()) return at->second;
+    auto& id = k.folders[std::string(folder)];
+    struct stat status {};
+    if (::stat(std::string(folder).c_str(), &status) == 0 && S_ISDIR(status.st_mode))
+        id = FolderId{status.st_dev, status.st_ino};
+    return id;
 }
 
 // The folder's names, read now if they were not; nullptr when it cannot be listed.
-const std::unordered_map<std::string, unsigned char>* listingOf(Kept& k, const std::string& folder,
-                                                                const FolderId& id) {
+const ByName<unsigned char>* listingOf(Kept& k, std::string_view folder, const FolderId& id) {
     if (auto at = k.listings.find(id); at != k.listings.end()) return &at->second;
-    std::unordered_map<std::string, unsigned char> names;
-    if (!ReadFolder(folder,
+    ByName<unsigned char> names;
+    if (!ReadFolder(std::string(folder),
                     [&](int, const char* name, unsigned char type) { names.emplace(name, type); }))
         return nullptr;
     return &(k.listings[id] = std::move(names));
@@ -102,7 +110,7 @@ bool IsRegularFile(const std::string& path) {
     if (!id) return false;
     const auto* names = listingOf(k, folder, *id);
     if (names == nullptr) return statRegular(path);
-    const auto at = names->find(std::string(name));
+    const auto at = names->find(name);
     if (at == names->end()) return false;
     if (at->second == DT_REG) return true;
     // A link or a kind the listing does not tell: the file itself says.
@@ -115,8 +123,12 @@ void NoteWritten(const std::string& path) {
     const auto [folder, name] = split(path);
     const std::optional<FolderId>& id = folderOf(k, folder);
     if (!id) return;
-    if (auto at = k.listings.find(*id); at != k.listings.end())
-        at->second[std::string(name)] = DT_REG;
+    if (auto at = k.listings.find(*id); at != k.listings.end()) {
+        if (auto known = at->second.find(name); known != at->second.end())
+            known->second = DT_REG;
+        else
+            at->second.emplace(std::string(name), DT_REG);
+    }
 }
 
 bool KeepWriter(const std::string& path, int fd, long long size) {

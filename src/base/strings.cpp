@@ -1,5 +1,8 @@
 #include "base/strings.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "base/vb_error.h"
 
 namespace {
@@ -18,7 +21,14 @@ std::size_t nextChar(std::string_view s, std::size_t i) {
 
 // Byte offset of the character with 0-based index n (s.size() when past the end).
 std::size_t offsetOf(std::string_view s, long n) {
+    // Plain ASCII, one byte a character, is passed over first.
     std::size_t i = 0;
+    const std::size_t ascii = n > 0 ? std::min(s.size(), static_cast<std::size_t>(n)) : 0;
+    while (i < ascii && static_cast<unsigned char>(s[i]) < 0x80)
+        ++i;
+    // Stray continuation bytes belong to the character before them, even a plain one.
+    if (i > 0 && i < s.size() && isContinuation(static_cast<unsigned char>(s[i]))) --i;
+    n -= static_cast<long>(i);
     while (n > 0 && i < s.size()) {
         i = nextChar(s, i);
         --n;
@@ -26,11 +36,14 @@ std::size_t offsetOf(std::string_view s, long n) {
     return i;
 }
 
-// Number of characters in the first `bytes` bytes.
+// Number of characters in the first `bytes` bytes: the first byte starts one, and so does
+// every later byte that continues none.
 long charsIn(std::string_view s, std::size_t bytes) {
-    long n = 0;
-    for (std::size_t i = 0; i < bytes && i < s.size(); i = nextChar(s, i))
-        ++n;
+    const std::size_t end = std::min(bytes, s.size());
+    if (end == 0) return 0;
+    long n = 1;
+    for (std::size_t i = 1; i < end; ++i)
+        n += isContinuation(static_cast<unsigned char>(s[i])) ? 0 : 1;
     return n;
 }
 
@@ -92,16 +105,36 @@ long InStr(std::string_view haystack, std::string_view needle) {
 }
 
 long InStrText(long start, std::string_view haystack, std::string_view needle) {
-    // InStr on both texts folded, into buffers kept between calls: a page's every template
-    // line is searched for each marker.
-    thread_local std::string foldedHaystack, foldedNeedle;
-    auto fold = [](std::string& into, std::string_view s) {
-        into.assign(s);
-        for (char& c : into)
-            c = foldChar(c);
-        return std::string_view(into);
+    // InStr with both texts folded, compared in place: a page's every template line is
+    // searched for each marker. The first character's two cases are found by memchr.
+    if (start < 1) throw VbError(vberr::InvalidProcedureCall);
+    if (haystack.empty()) return 0;
+    const std::size_t from = offsetOf(haystack, start - 1);
+    if (needle.empty()) return start <= Len(haystack) + 1 ? start : 0;
+    if (from >= haystack.size() || haystack.size() - from < needle.size()) return 0;
+    const std::size_t last = haystack.size() - needle.size();  // the last place it fits
+    const char lower = foldChar(needle[0]);
+    const char upper = lower >= 'a' && lower <= 'z' ? static_cast<char>(lower - 32) : lower;
+    auto next = [&](char c, std::size_t at) {
+        if (at > last) return std::string_view::npos;
+        const void* hit = std::memchr(haystack.data() + at, c, last - at + 1);
+        return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - haystack.data())
+                   : std::string_view::npos;
     };
-    return InStr(start, fold(foldedHaystack, haystack), fold(foldedNeedle, needle));
+    std::size_t nextLower = next(lower, from);
+    std::size_t nextUpper = upper == lower ? std::string_view::npos : next(upper, from);
+    for (;;) {
+        const std::size_t at = std::min(nextLower, nextUpper);
+        if (at == std::string_view::npos) return 0;
+        std::size_t i = 1;
+        while (i < needle.size() && foldChar(haystack[at + i]) == foldChar(needle[i]))
+            ++i;
+        if (i == needle.size()) return start + charsIn(haystack.substr(from), at - from);
+        if (at == nextLower)
+            nextLower = next(lower, at + 1);
+        else
+            nextUpper = next(upper, at + 1);
+    }
 }
 
 long InStrText(std::string_view haystack, std::string_view needle) {

@@ -71,6 +71,13 @@ OpenFiles& openFiles() {
     return files;
 }
 
+// The buffer of the file last closed, kept for the next one: a run writes two small files
+// a product, and each would otherwise take a fresh buffer and give it back.
+std::string& spareBuffer() {
+    static std::string spare;
+    return spare;
+}
+
 // The fault of an open that failed with `error`: a missing or broken folder 76, a folder
 // given as the file 75, no permission 70; `missing` when the folder stands but the file
 // does not.
@@ -210,6 +217,7 @@ void TextFileWriter::open(const std::string& path, Mode mode) {
         fd_ = fd;
     }
     NoteWritten(path);
+    if (buffer_.capacity() < kStartSize) buffer_.swap(spareBuffer());
     buffer_.clear();
     buffer_.reserve(kStartSize);
 }
@@ -221,14 +229,23 @@ void TextFileWriter::write(std::string_view text) {
 }
 
 void TextFileWriter::printLine(std::string_view line) {
-    write(line);
-    write("\r\n");
+    if (fd_ < 0) throw VbError(vberr::BadFileNameOrNumber);
+    buffer_.append(line).append("\r\n");
+    if (buffer_.size() >= kBlockSize) flush();
 }
 
 void TextFileWriter::printLine(std::initializer_list<std::string_view> parts) {
     if (fd_ < 0) throw VbError(vberr::BadFileNameOrNumber);
     for (std::string_view part : parts)
         buffer_.append(part);
+    write("\r\n");
+}
+
+void TextFileWriter::endBuilt(std::size_t mark) {
+    if (fd_ < 0) {
+        buffer_.resize(mark);
+        throw VbError(vberr::BadFileNameOrNumber);
+    }
     write("\r\n");
 }
 
@@ -267,6 +284,9 @@ void TextFileWriter::close() {
         ok = false;
     const int fd = std::exchange(fd_, -1);
     inPlace_ = false;
+    if (std::string& spare = spareBuffer();
+        spare.capacity() < kStartSize && buffer_.capacity() <= kStartSize)
+        spare.swap(buffer_);
     if (ok && !keepAs_.empty() && KeepWriter(keepAs_, fd, written_)) {
         keepAs_.clear();
         return;

@@ -35,6 +35,20 @@ class TextFileWriter {
     void printLine(std::string_view line);
     // Print #n, a; b; c: the parts, then the line end, with no text joined on the way.
     void printLine(std::initializer_list<std::string_view> parts);
+    // Print #n, a; b; ... with the line put together in the file's own buffer: `build`
+    // appends the parts to the std::string it is given, so no part is a string of its own.
+    // A part that fails leaves nothing of the line; a closed file then faults (52).
+    template <class Build>
+    void printBuilt(Build&& build) {
+        const std::size_t mark = buffer_.size();
+        try {
+            build(buffer_);
+        } catch (...) {
+            buffer_.resize(mark);
+            throw;
+        }
+        endBuilt(mark);
+    }
     // Print #n, value: the value in its print form, then the line end.
     void printValue(const Variant& v);
     // Text with no line end (Print #n, text;).
@@ -44,6 +58,7 @@ class TextFileWriter {
     void close();
 
   private:
+    void endBuilt(std::size_t mark);
     void flush();
     // Writes the buffer at the place reached; false when the disk takes less.
     bool put();

@@ -1,7 +1,6 @@
 // The detail page of an item, `Pages/<stock number>.htm`, written from side 1 of the
 // layout with a link back to the catalogue page that listed it.
 #include "base/convert.h"
-#include "base/strings.h"
 #include "base/vb_error.h"
 #include "shell/errhandler.h"
 #include "shell/module.h"
@@ -11,7 +10,8 @@
 std::string detailPageName(const std::string& stockNo) {
     // A name that would leave the pages folder, or that no file system takes, is a bad file
     // name: the page is not written, and the run goes on.
-    if (Trim(stockNo).empty() || stockNo == "." || InStr(stockNo, "..") > 0)
+    if (stockNo.find_first_not_of(' ') == std::string::npos || stockNo == "." ||
+        stockNo.find("..") != std::string::npos)
         throw VbError(vberr::BadFileNameOrNumber);
     for (unsigned char c : stockNo)
         if (c < 32 || c == 127 ||
@@ -35,15 +35,20 @@ void WebCatalogue::CreateDetailPages() {
         on([&] { CurrentStockNo = DetailStockNo; });
     SuppressListEvents = true;
     for (int k = 0; k <= 5; ++k)
-        on([&] { (*this)("lstAll", k).SetListIndex(CInt(m.BoxListIndex[1][k])); });
+        on([&] { fieldList(k).SetListIndex(CInt(m.BoxListIndex[1][k])); });
     SuppressListEvents = false;
     TextFileWriter out;
     if (!on([&] { out.open(pagesFolder() + detailPageName(textOf(CurrentStockNo))); })) return;
     on([&] { out.printLine(BodyTag[1].empty() ? "<body bgcolor='#FFFFFF'>" : BodyTag[1]); });
     on([&] {
-        out.printLine("<a href='" + PageBase + std::to_string(PageNumber) + ".htm'>" +
-                      paragraph(1, -1) + fontOpen(1, 0) + "Click Here To Return" +
-                      m.CloseTags[1][0] + "</font></font></a></p>");
+        out.printBuilt([&](std::string& line) {
+            line.append("<a href='").append(PageBase).append(std::to_string(PageNumber));
+            line.append(".htm'>");
+            paragraph(line, 1, -1);
+            fontOpen(line, 1, 0);
+            line.append("Click Here To Return").append(m.CloseTags[1][0]);
+            line.append("</font></font></a></p>");
+        });
     });
     int L = 0;
     for (int r = 0; r <= 8; ++r)

@@ -1,6 +1,8 @@
 // The nine rows of a product's cell, for the catalogue page (side 0) and the detail page
 // (side 1): each row shows the box placed in it and then the row's inserted text. Data
 // goes into the page as it stands.
+#include <charconv>
+
 #include "base/convert.h"
 #include "base/format.h"
 #include "base/strings.h"
@@ -34,19 +36,48 @@ Variant difference(const Variant& a, const Variant& b) {
 
 }  // namespace
 
-std::string WebCatalogue::fontOpen(int side, int e) const {
+std::string_view WebCatalogue::textView(const Variant& v, std::string& scratch) {
+    if (v.Type() == VarType::String) return v.Str();
+    scratch = textOf(v);
+    return scratch;
+}
+
+void WebCatalogue::addText(std::string& line, const Variant& v) {
+    std::string scratch;
+    line += textView(v, scratch);
+}
+
+void WebCatalogue::fontOpen(std::string& line, int side, int e) const {
     const Module& m = Mod();
-    return Concat({"<font face='", m.FontNameOf[side][e], "'><font size='",
-                   std::to_string(m.FontSizeOf[side][e]), "' color='", m.FontColorOf[side][e], "'>",
-                   m.BoldOn[side][e], m.ItalicOn[side][e], m.UnderlineOn[side][e],
-                   m.StrikeOn[side][e]});
+    char size[8];
+    const char* sizeEnd = std::to_chars(size, size + sizeof size, m.FontSizeOf[side][e]).ptr;
+    const std::string_view sizeText(size, static_cast<std::size_t>(sizeEnd - size));
+    line.append("<font face='")
+        .append(m.FontNameOf[side][e])
+        .append("'><font size='")
+        .append(sizeText)
+        .append("' color='")
+        .append(m.FontColorOf[side][e])
+        .append("'>")
+        .append(m.BoldOn[side][e])
+        .append(m.ItalicOn[side][e])
+        .append(m.UnderlineOn[side][e])
+        .append(m.StrikeOn[side][e]);
 }
 
-std::string WebCatalogue::paragraph(int side, int k) const {
-    return Concat({"<p align='", textOf(ItemAlign[side][k + 1]), "'>"});
+std::string WebCatalogue::fontOpen(int side, int e) const {
+    std::string line;
+    fontOpen(line, side, e);
+    return line;
 }
 
-std::string WebCatalogue::linkOpening(int k) {
+void WebCatalogue::paragraph(std::string& line, int side, int k) const {
+    line += "<p align='";
+    addText(line, ItemAlign[side][k + 1]);
+    line += "'>";
+}
+
+void WebCatalogue::linkOpening(std::string& line, int k) {
     std::string target;
     if (CopyPicturesOn == 0) {
         const std::string category = textOf(item(Category));
@@ -54,32 +85,43 @@ std::string WebCatalogue::linkOpening(int k) {
     } else {
         target = "images/" + PictureJpeg;
     }
-    return Concat({paragraph(0, k), "<a href=", quote, target, quote, ">"});
+    paragraph(line, 0, k);
+    line.append("<a href=").append(quote).append(target).append(quote).append(">");
 }
 
 void WebCatalogue::writeRow(Trap& on, TextFileWriter& out, int side, int r, int& L) {
     const Module& m = Mod();
     const int k = m.BoxField[side][r];
-    const std::string closing = m.CloseTags[side][k >= 0 && k <= 19 ? k + 1 : 0];
+    const std::string& closing = m.CloseTags[side][k >= 0 && k <= 19 ? k + 1 : 0];
     if (k != 10 && side == 0 && k >= 6 && k <= 8) {
         writeBoxCase(on, out, side, k, k);
     } else if (k != 10 && (side == 1 || k < 6)) {
-        if (k < 6) on([&] { L = (*this)("lstAll", k).ListIndex(); });
+        if (k < 6) on([&] { L = fieldList(k).ListIndex(); });
         int kase = -1;
         switch (shownAs(L, kase)) {
             case Shown::Text:
                 on([&] {
                     std::string value = textOf(item(L + 1));
                     if (value.empty()) value = "Not Available";
-                    out.printLine({side == 1 ? paragraph(side, k) : "", fontOpen(side, k + 1),
-                                   value, m.CloseTags[side][4], "</font></font></a></p>"});
+                    out.printBuilt([&](std::string& line) {
+                        if (side == 1) paragraph(line, side, k);
+                        fontOpen(line, side, k + 1);
+                        line.append(value)
+                            .append(m.CloseTags[side][4])
+                            .append("</font></font></a></p>");
+                    });
                 });
                 break;
             case Shown::Cost:
                 on([&] {
-                    out.printLine({paragraph(side, k), fontOpen(side, k + 1),
-                                   "Your Cost: ", Format(item(L + 1), "$ #,###.00"), closing,
-                                   "</font></font></p>"});
+                    out.printBuilt([&](std::string& line) {
+                        paragraph(line, side, k);
+                        fontOpen(line, side, k + 1);
+                        line.append("Your Cost: ")
+                            .append(Format(item(L + 1), "$ #,###.00"))
+                            .append(closing)
+                            .append("</font></font></p>");
+                    });
                 });
                 break;
             case Shown::Case:
@@ -94,46 +136,79 @@ void WebCatalogue::writeBoxCase(Trap& on, TextFileWriter& out, int side, int k, 
     const Module& m = Mod();
     const int e = k + 1;
     if (e < 0 || e > 20) return;
-    const std::string open = paragraph(side, k) + fontOpen(side, e);
-    const std::string close = m.CloseTags[side][e] + "</font></font></p>";
-    const std::string closeLink = m.CloseTags[side][e] + "</font></font></a></p>";
-    auto money = [&](const std::string& label, const Variant& v) {
-        on([&] { out.printLine({open, label, Format(v, "$ #,###.00"), close}); });
+    // A row's text between its paragraph and font, and the tags that close them.
+    auto open = [&](std::string& line) {
+        paragraph(line, side, k);
+        fontOpen(line, side, e);
+    };
+    auto close = [&](std::string& line, bool link) {
+        line.append(m.CloseTags[side][e])
+            .append(link ? "</font></font></a></p>" : "</font></font></p>");
+    };
+    auto money = [&](std::string_view label, const Variant& v) {
+        on([&] {
+            out.printBuilt([&](std::string& line) {
+                open(line);
+                line.append(label).append(Format(v, "$ #,###.00"));
+                close(line, false);
+            });
+        });
     };
     switch (kase) {
         case 0:
             on([&] {
-                if (side == 0)
-                    out.printLine(
-                        {linkOpening(k), fontOpen(side, e), textOf(CurrentStockNo), closeLink});
-                else
-                    out.printLine({open, textOf(CurrentStockNo), close});
+                out.printBuilt([&](std::string& line) {
+                    if (side == 0) {
+                        linkOpening(line, k);
+                        fontOpen(line, side, e);
+                    } else {
+                        open(line);
+                    }
+                    addText(line, CurrentStockNo);
+                    close(line, side == 0);
+                });
             });
             break;
         case 1:
             on([&] {
-                out.printLine({open, textOf(item(ProdName)), side == 0 ? closeLink : close});
+                out.printBuilt([&](std::string& line) {
+                    open(line);
+                    addText(line, item(ProdName));
+                    close(line, side == 0);
+                });
             });
             break;
         case 2:
             on([&] {
                 const bool copied = CopyPicturesOn != 0;
                 const std::string border = textOf(m.ImageBorder);
-                if (side == 0)
-                    out.printLine({linkOpening(k), "<img border=", border, " dynsrc=", quote,
-                                   copied ? "images/" + PictureGif : textOf(item(Picture)), quote,
-                                   m.ImageSizeAttr, "'></a></p>"});
-                else
-                    out.printLine({paragraph(side, k), "<img border=", border, " dynsrc=", quote,
-                                   copied ? "images/" + PictureJpeg : textOf(item(Picture)), quote,
-                                   " height=100%></p>"});
+                out.printBuilt([&](std::string& line) {
+                    if (side == 0)
+                        linkOpening(line, k);
+                    else
+                        paragraph(line, side, k);
+                    line.append("<img border=").append(border).append(" dynsrc=").append(quote);
+                    if (copied)
+                        line.append("images/").append(side == 0 ? PictureGif : PictureJpeg);
+                    else
+                        addText(line, item(Picture));
+                    line.append(quote);
+                    if (side == 0)
+                        line.append(m.ImageSizeAttr).append("'></a></p>");
+                    else
+                        line.append(" height=100%></p>");
+                });
             });
             break;
         case 3:
             on([&] {
                 std::string description = textOf(item(ProdDesc));
                 if (description.empty()) description = "No Description Available!";
-                out.printLine({open, description, close});
+                out.printBuilt([&](std::string& line) {
+                    open(line);
+                    line.append(description);
+                    close(line, false);
+                });
             });
             break;
         case 4:
@@ -149,17 +224,31 @@ void WebCatalogue::writeBoxCase(Trap& on, TextFileWriter& out, int side, int k, 
         case 7:
             if (side == 1) break;
             on([&] {
-                out.printLine({paragraph(side, k), "<a href='", textOf(CurrentStockNo), ".htm'>",
-                               fontOpen(side, e), "Click For Details", closeLink});
+                out.printBuilt([&](std::string& line) {
+                    paragraph(line, side, k);
+                    line.append("<a href='");
+                    addText(line, CurrentStockNo);
+                    line.append(".htm'>");
+                    fontOpen(line, side, e);
+                    line.append("Click For Details");
+                    close(line, true);
+                });
             });
             if ((boxMarked(7) && MakingAll) || CInt(Mod().LayoutSide) == 1)
                 on([&] { CreateDetailPages(); });
             break;
         case 8:
             on([&] {
-                out.printLine({paragraph(side, k),
-                               side == 0 ? textOf(BuyLinkTag) : std::string("<a href=''>"),
-                               fontOpen(side, e), "Buy Now!", closeLink});
+                out.printBuilt([&](std::string& line) {
+                    paragraph(line, side, k);
+                    if (side == 0)
+                        addText(line, BuyLinkTag);
+                    else
+                        line.append("<a href=''>");
+                    fontOpen(line, side, e);
+                    line.append("Buy Now!");
+                    close(line, true);
+                });
             });
             break;
         default:
@@ -170,10 +259,15 @@ void WebCatalogue::writeBoxCase(Trap& on, TextFileWriter& out, int side, int k, 
 void WebCatalogue::writeInsertedText(Trap& on, TextFileWriter& out, int side, int r) {
     const Module& m = Mod();
     on([&] {
-        const std::string text = textOf(InsertText[side][r]);
+        std::string scratch;
+        const std::string_view text = textView(InsertText[side][r], scratch);
         if (text.empty()) return;
-        out.printLine({"<br><p align='", textOf(ItemAlign[side][r + 14]), "'>",
-                       fontOpen(side, r + 11), text, m.CloseTags[side][r + 11],
-                       "</font></font></a></p>"});
+        out.printBuilt([&](std::string& line) {
+            line.append("<br><p align='");
+            addText(line, ItemAlign[side][r + 14]);
+            line.append("'>");
+            fontOpen(line, side, r + 11);
+            line.append(text).append(m.CloseTags[side][r + 11]).append("</font></font></a></p>");
+        });
     });
 }

@@ -133,6 +133,7 @@ void WebCatalogue::writeItems(Trap& on, TextFileWriter& out) {
         if (m.ItemsPerRow == 0) throw VbError(11);
         width = 100.0 / m.ItemsPerRow;
     });
+    const std::string widthText = CStr(Variant::Double(width));  // the same for every cell
     if (when(on, [&] { return CDbl(m.TotalPages) > 1 || NewPageOnChange; })) {
         if (frameStyleBelow4())
             writeFrames(on);
@@ -143,7 +144,7 @@ void WebCatalogue::writeItems(Trap& on, TextFileWriter& out) {
     for (int row = listStart_; row < onPages.ListCount(); ++row) {
         on([&] { CurrentStockNo = Variant(onPages.List(row)); });
         on([&] { items().FindFirst("StockNo = '" + textOf(CurrentStockNo) + "'"); });
-        if (!writeCell(on, out, width)) break;
+        if (!writeCell(on, out, widthText)) break;
     }
 }
 
@@ -153,7 +154,7 @@ std::string WebCatalogue::itemGroup() {
     return textOf(items().GetValue(PriceField));
 }
 
-bool WebCatalogue::writeCell(Trap& on, TextFileWriter& out, double width) {
+bool WebCatalogue::writeCell(Trap& on, TextFileWriter& out, const std::string& width) {
     Module& m = Mod();
     if (pageGroup_ == "None") on([&] { pageGroup_ = itemGroup(); });
     std::string group;
@@ -174,14 +175,25 @@ bool WebCatalogue::writeCell(Trap& on, TextFileWriter& out, double width) {
     if (MakingAll) listStart_ += 1;
     lookUpPictures(on);
     on([&] {
-        out.printLine({"<td width=", CStr(Variant::Double(width)), "% height=100% align='",
-                       textOf(ItemAlign[0][10]), "' valign='", textOf(ItemAlign[0][11]), "' ",
-                       textOf(CellStyle)});
+        out.printBuilt([&](std::string& line) {
+            line.append("<td width=").append(width).append("% height=100% align='");
+            addText(line, ItemAlign[0][10]);
+            line.append("' valign='");
+            addText(line, ItemAlign[0][11]);
+            line.append("' ");
+            addText(line, CellStyle);
+        });
     });
     itemsOnPage_ += 1;
+    struct CellLists {
+        std::array<Control*, 6>& lists;
+        ~CellLists() { lists.fill(nullptr); }
+    } found{cellLists_};
+    for (int k = 0; k <= 5; ++k)
+        cellLists_[k] = P.Find("lstAll", k);
     SuppressListEvents = true;
     for (int k = 0; k <= 5; ++k)
-        on([&] { (*this)("lstAll", k).SetListIndex(CInt(m.BoxListIndex[0][k])); });
+        on([&] { fieldList(k).SetListIndex(CInt(m.BoxListIndex[0][k])); });
     SuppressListEvents = false;
     int L = 0;
     for (int r = 0; r <= 8; ++r)
@@ -198,6 +210,11 @@ bool WebCatalogue::writeCell(Trap& on, TextFileWriter& out, double width) {
         return false;
     }
     return true;
+}
+
+Control& WebCatalogue::fieldList(int k) {
+    if (k >= 0 && k < 6 && cellLists_[k] != nullptr) return *cellLists_[k];
+    return (*this)("lstAll", k);
 }
 
 void WebCatalogue::lookUpPictures(Trap& on) {

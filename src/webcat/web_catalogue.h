@@ -202,7 +202,8 @@ class WebCatalogue : public ProductsPart {
     void copyTemplateLine(Trap& on, std::string line, TextFileReader& in, TextFileWriter& out);
     std::string titleBlock(Trap& on);
     void writeItems(Trap& on, TextFileWriter& out);
-    bool writeCell(Trap& on, TextFileWriter& out, double width);
+    // width: the cell's share of the row in percent, as text.
+    bool writeCell(Trap& on, TextFileWriter& out, const std::string& width);
     void lookUpPictures(Trap& on);
     void writeNavigationBar(Trap& on, TextFileWriter& out);
     AfterPage pageEnd(Trap& on);
@@ -223,11 +224,18 @@ class WebCatalogue : public ProductsPart {
     void writeRow(Trap& on, TextFileWriter& out, int side, int r, int& L);
     void writeBoxCase(Trap& on, TextFileWriter& out, int side, int k, int kase);
     void writeInsertedText(Trap& on, TextFileWriter& out, int side, int r);
-    // The opening of element e's font: face, size and colour, then the style tags.
+    // The opening of element e's font: face, size and colour, then the style tags; added
+    // to a line being written, or as a text of its own.
+    void fontOpen(std::string& line, int side, int e) const;
     std::string fontOpen(int side, int e) const;
-    // "<p align='...'>" with the alignment of box k's row.
-    std::string paragraph(int side, int k) const;
-    std::string linkOpening(int k);
+    // "<p align='...'>" with the alignment of box k's row, added to a line.
+    void paragraph(std::string& line, int side, int k) const;
+    // The catalogue page's link around box k: to the picture, or the program or song.
+    void linkOpening(std::string& line, int k);
+    // A value's text (Null as nothing): a text value as it stands, anything else through
+    // `scratch`; and the same added to a line.
+    static std::string_view textView(const Variant& v, std::string& scratch);
+    static void addText(std::string& line, const Variant& v);
 
     // webcat/frames.cpp
     void writeFrames(Trap& on);
@@ -250,4 +258,8 @@ class WebCatalogue : public ProductsPart {
     std::string pageGroup_ = "None";  // the group value of the page
     bool cellWritten_ = false;
     int pagesSinceBlank_ = 0;  // pages since the pane was last blanked
+    // The field lists lstAll(0..5) while a cell is written: the cell and its detail page
+    // set and read them twenty times, and no control comes or goes meanwhile.
+    std::array<Control*, 6> cellLists_{};
+    Control& fieldList(int k);
 };

@@ -65,6 +65,13 @@ TEST(MoneyMask, CurrencyValueIsExact) {
     EXPECT_EQ(Format(Variant::Currency(1234.5), kMoney), "$1,234.5");
 }
 
+TEST(MoneyMask, CurrencyKeepsItsSmallDecimalsAndGroupsLargeAmounts) {
+    EXPECT_EQ(Format(Variant::Currency(1234567.0502), "$ #,###.00"), "$ 1,234,567.05");
+    EXPECT_EQ(Format(Variant::Currency(-0.0501), "$ #,###.00"), "-$ .05");
+    EXPECT_EQ(Format(Variant::Currency(100), "$ #,###.00"), "$ 100.00");
+    EXPECT_EQ(Format(Variant::Currency(0), "$ #,###.00"), "$ .00");
+}
+
 TEST(MoneyMaskTwoDecimals, WholeNumber) {
     EXPECT_EQ(Format(Variant(12), kMoney00), "$12.00");
 }

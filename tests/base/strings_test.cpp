@@ -75,6 +75,38 @@ TEST(TextSearchIgnoringCase, CountsCharactersAndKeepsTheRulesOfInStr) {
     EXPECT_THROW(InStrText(0, "abc", "a"), VbError);
 }
 
+TEST(TextCharacters, StrayContinuationBytesBelongToTheCharacterBefore) {
+    EXPECT_EQ(Len("ab\x80"
+                  "c"),
+              3);
+    EXPECT_EQ(Left("ab\x80"
+                   "c",
+                   2),
+              "ab\x80");
+    EXPECT_EQ(Mid("ab\x80\x80"
+                  "cd",
+                  3),
+              "cd");
+    EXPECT_EQ(Left("\x80"
+                   "ab",
+                   1),
+              "\x80");
+    EXPECT_EQ(InStr("ab\x80"
+                    "cd",
+                    "d"),
+              4);
+}
+
+TEST(TextSearchIgnoringCase, FindsAMatchThatEndsTheTextAndNoneThatWouldRunPastIt) {
+    EXPECT_EQ(InStrText("<!-- PICREF", "PicRef"), 6);
+    EXPECT_EQ(InStrText(2, "xAB", "ab"), 2);
+    EXPECT_EQ(InStrText(3, "xAB", "ab"), 0);
+    EXPECT_EQ(InStrText("pPpicref", "PICREF"), 3);
+    EXPECT_EQ(InStrText("Pa pA PAx", "pax"), 7);
+    EXPECT_EQ(InStrText("a<!- <!--", "<!--"), 6);
+    EXPECT_EQ(InStrText("[\\]^_`", "{|}~"), 0);
+}
+
 TEST(TextJoin, JoinsThePartsInOrder) {
     EXPECT_EQ(Concat({"<p align='", std::string("left"), "'>", ""}), "<p align='left'>");
     EXPECT_EQ(Concat({}), "");

@@ -213,6 +213,34 @@ TEST_F(TextFiles, PrintingToAClosedFileFails) {
     EXPECT_EQ(errorOf([&] { out.printLine({"x", "y"}); }), 52);
 }
 
+TEST_F(TextFiles, ALineBuiltInPlaceIsWrittenWholeOrNotAtAll) {
+    TextFileWriter out(path("a.txt"));
+    out.printBuilt([](std::string& line) { line.append("<p>").append("one"); });
+    EXPECT_EQ(errorOf([&] {
+                  out.printBuilt([](std::string& line) {
+                      line.append("<p>half");
+                      throw VbError(94);
+                  });
+              }),
+              94);
+    out.printBuilt([](std::string& line) { line.append("two"); });
+    out.close();
+    EXPECT_EQ(readRaw("a.txt"), "<p>one\r\ntwo\r\n");
+}
+
+TEST_F(TextFiles, ALineBuiltForAClosedFileFaultsAfterItsParts) {
+    TextFileWriter out(path("a.txt"));
+    out.close();
+    EXPECT_EQ(errorOf([&] { out.printBuilt([](std::string& line) { line.append("x"); }); }), 52);
+    // A part that fails is the fault reported, as when the parts were worked out first.
+    EXPECT_EQ(errorOf([&] { out.printBuilt([](std::string&) { throw VbError(94); }); }), 94);
+    // Nothing was left behind for a later file.
+    out.open(path("b.txt"));
+    out.printLine("b");
+    out.close();
+    EXPECT_EQ(readRaw("b.txt"), "b\r\n");
+}
+
 TEST_F(TextFiles, LineInputAcceptsEveryLineEnd) {
     writeRaw("a.txt", "one\r\ntwo\nthree\rfour");
     TextFileReader in(path("a.txt"));
