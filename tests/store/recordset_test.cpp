@@ -185,41 +185,38 @@ TEST_F(Three, SortTakesSeveralColumnsAndDesc) {
     EXPECT_EQ(stock(), "b200");
 }
 
-TEST(SortByText, TextsAlikeInTheirFirstLettersAndNullsSortAsWholeTextsIgnoringCase) {
-    TempCatalogue cat;
-    cat.sql(
-        "INSERT INTO Products (StockNo, ProdName) VALUES ('ABCDEFGHZ', '1'), ('abcdefgha', '2'), "
-        "(NULL, '3'), ('ABCDEFGH', '4'), ('abc', '5'), ('ABCDEFGHA', '6'), ('', '7'), "
-        "('b', '8')");
-    auto conn = cat.connect();
-    auto rs = cat.open(StatementA, *conn);
-    auto order = [&](const std::string& sort) {
+// Products given by their stock numbers and names; the names in the order a sort gives.
+class SortByText : public ::testing::Test {
+  protected:
+    void fill(const std::string& rows) {
+        cat.sql("INSERT INTO Products (StockNo, ProdName) VALUES " + rows);
+        conn = cat.connect();
+        rs = cat.open(StatementA, *conn);
+    }
+    std::string order(const std::string& sort) {
         rs->SetSort(sort);
         std::string names;
         for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext())
             names += CStr(rs->Fields("ProdName").Value());
         return names;
-    };
+    }
+    TempCatalogue cat;
+    std::unique_ptr<Connection> conn;
+    std::unique_ptr<Recordset> rs;
+};
+
+TEST_F(SortByText, TextsAlikeInTheirFirstLettersAndNullsSortAsWholeTextsIgnoringCase) {
+    fill(
+        "('ABCDEFGHZ', '1'), ('abcdefgha', '2'), (NULL, '3'), ('ABCDEFGH', '4'), ('abc', '5'), "
+        "('ABCDEFGHA', '6'), ('', '7'), ('b', '8')");
     // Equal texts keep the order they were read in, either way.
     EXPECT_EQ(order("StockNo"), "37542618");
     EXPECT_EQ(order("StockNo Desc"), "81264573");
     EXPECT_EQ(order("StockNo, ProdName Desc"), "37546218");
 }
 
-TEST(SortByText, RowsStoredInOrderStayAndTextsEqualButForCaseKeepTheirStoredOrder) {
-    TempCatalogue cat;
-    cat.sql(
-        "INSERT INTO Products (StockNo, ProdName) VALUES (NULL, '1'), ('a1', '2'), ('A1', '3'), "
-        "('a2', '4'), ('B', '5')");
-    auto conn = cat.connect();
-    auto rs = cat.open(StatementA, *conn);
-    auto order = [&](const std::string& sort) {
-        rs->SetSort(sort);
-        std::string names;
-        for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext())
-            names += CStr(rs->Fields("ProdName").Value());
-        return names;
-    };
+TEST_F(SortByText, RowsStoredInOrderStayAndTextsEqualButForCaseKeepTheirStoredOrder) {
+    fill("(NULL, '1'), ('a1', '2'), ('A1', '3'), ('a2', '4'), ('B', '5')");
     EXPECT_EQ(order("StockNo"), "12345");
     EXPECT_EQ(order("StockNo Desc"), "54231");
     // One row out of place among rows in order.
