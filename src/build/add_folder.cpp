@@ -178,8 +178,9 @@ void FolderRun::addFile(std::int16_t number, const std::string& listed) {
 }
 
 void FolderRun::derive(const std::string& listed) {
-    const std::string folder = Left(listed, InStrRev(listed, "/") - 1);
-    const std::string name = Mid(listed, InStrRev(listed, "/") + 1);
+    const long slash = InStrRev(listed, "/");
+    const std::string folder = Left(listed, slash - 1);
+    const std::string name = Mid(listed, slash + 1);
     on([&] { return addOne(checked_); });
     on([&] { P("File1").SetProperty("Path", Variant(folder)); });
     itemName_.clear();
