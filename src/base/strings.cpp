@@ -98,6 +98,14 @@ char foldChar(char c) {
     return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+// The byte offset of the last `needle` in `s`: one byte, the usual separator, by memrchr.
+std::size_t lastOf(std::string_view s, std::string_view needle) {
+    if (needle.size() != 1) return s.rfind(needle);
+    const void* hit = ::memrchr(s.data(), needle[0], s.size());
+    return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - s.data())
+               : std::string_view::npos;
+}
+
 void checkLength(long n) {
     if (n < 0) throw VbError(vberr::InvalidProcedureCall);
 }
@@ -169,7 +177,7 @@ long InStrRev(std::string_view haystack, std::string_view needle, long start) {
     // The match must end by the end of character `start`.
     const std::size_t limit = offsetOf(haystack, start);
     if (needle.size() > limit) return 0;
-    const std::size_t at = haystack.substr(0, limit).rfind(needle);
+    const std::size_t at = lastOf(haystack.substr(0, limit), needle);
     if (at == std::string_view::npos) return 0;
     return charsIn(haystack, at) + 1;
 }
