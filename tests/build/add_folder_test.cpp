@@ -69,6 +69,28 @@ TEST_F(AddFolder, EachFileBecomesAnItemKeyedByItsUpperCaseName) {
     EXPECT_FALSE(p.ContinueFlag);
 }
 
+TEST_F(AddFolder, EachFileOfSeveralFoldersTakesTheTextsOfItsOwnFolder) {
+    for (const char* name : {"a1", "a2", "a3"})
+        file(std::string("pics/alpha/") + name + ".jpg");
+    for (const char* name : {"b1", "b2"})
+        file(std::string("pics/Beta's/") + name + ".jpg");
+    file("pics/top.jpg");
+    addFolder("pics");
+    EXPECT_EQ(rows("StockNo"), "A1.JPG|A2.JPG|A3.JPG|B1.JPG|B2.JPG|TOP.JPG");
+    EXPECT_EQ(rows("PageNo"), "ALPHA|ALPHA|ALPHA|BETAS|BETAS|PICS");
+    const std::string alpha = "Folder Path: " + appDir() + "pics/alpha/";
+    const std::string beta = "Folder Path: " + appDir() + "pics/Beta's/";
+    EXPECT_EQ(rows("ProdDesc"), alpha + "A1.JPG|" + alpha + "A2.JPG|" + alpha + "A3.JPG|" + beta +
+                                    "B1.JPG|" + beta + "B2.JPG|Folder Path: " + appDir() +
+                                    "pics/TOP.JPG");
+    EXPECT_EQ(rows("Notes"), noteDate() + " Added From Folder: ALPHA\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: ALPHA\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: ALPHA\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: BETAS\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: BETAS\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: PICS\r\n\r\n");
+}
+
 TEST_F(AddFolder, TheDialogOffersEveryKindAndTheChosenOneSetsThePattern) {
     file("docs/a.txt");
     file("docs/b.doc");
