@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/clock.h"
+#include "base/dates.h"
 #include "build/bulk.h"
 #include "build/run_steps.h"
 #include "folder_fixture.h"
@@ -89,6 +91,20 @@ TEST_F(AddFolder, EachFileOfSeveralFoldersTakesTheTextsOfItsOwnFolder) {
                                  " Added From Folder: BETAS\r\n\r\n|" + noteDate() +
                                  " Added From Folder: BETAS\r\n\r\n|" + noteDate() +
                                  " Added From Folder: PICS\r\n\r\n");
+}
+
+// Notes are dated with today as the clock has it at each record: a run that goes past
+// midnight dates the records after it with the new day.
+TEST(NoteDate, FollowsTheClockFromOneDayToTheNext) {
+    FixedClock fixed(DateSerial(2024, 12, 31) + 0.999);
+    setClock(&fixed);
+    EXPECT_EQ(noteDate(), "12/31/24");
+    EXPECT_EQ(noteDate(), "12/31/24");
+    fixed.set(DateSerial(2025, 1, 1) + 0.001);
+    EXPECT_EQ(noteDate(), "01/01/25");
+    fixed.set(DateSerial(2024, 12, 31));
+    EXPECT_EQ(noteDate(), "12/31/24");
+    setClock(nullptr);
 }
 
 TEST_F(AddFolder, TheDialogOffersEveryKindAndTheChosenOneSetsThePattern) {
