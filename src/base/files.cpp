@@ -112,10 +112,15 @@ void ReadToEnd(int fd, std::size_t size, std::string& into) {
 
 bool ReadFolder(
     const std::string& folder,
-    const std::function<void(int folderFd, const char* name, unsigned char type)>& visit) {
+    const std::function<void(int folderFd, const char* name, unsigned char type)>& visit,
+    struct stat* opened) {
     DIR* dir = ::opendir(folder.c_str());
     if (dir == nullptr) return false;
     const int fd = ::dirfd(dir);
+    if (opened != nullptr && ::fstat(fd, opened) != 0) {
+        ::closedir(dir);
+        return false;
+    }
     while (const dirent* entry = ::readdir(dir))
         visit(fd, entry->d_name, entry->d_type);
     ::closedir(dir);

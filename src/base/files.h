@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -46,7 +48,9 @@ void ReadToEnd(int fd, std::size_t size, std::string& into);
 // Every entry of a folder in one pass of the file system's listing, "." and ".." included:
 // `visit` gets the folder's open descriptor (to look further at an entry), the name, and the
 // kind the listing gives (a dirent type; DT_UNKNOWN when it does not tell). False when the
-// folder cannot be read.
+// folder cannot be read. `opened`, if given, gets the status of the folder opened, taken
+// before the first entry is read.
 bool ReadFolder(
     const std::string& folder,
-    const std::function<void(int folderFd, const char* name, unsigned char type)>& visit);
+    const std::function<void(int folderFd, const char* name, unsigned char type)>& visit,
+    struct stat* opened = nullptr);

@@ -98,6 +98,7 @@ class FolderRun {
     std::int16_t nextNumber_ = 0;
     // The file in hand.
     std::string itemName_, stockNo_, folderName_, folderText_, extension_, path_, note_;
+    std::string folderOfTexts_;  // the folder that folderName_ and folderText_ were made from
     std::int16_t checked_ = 0, added_ = 0, moved_ = 0, edited_ = 0;
 };
 
@@ -178,32 +179,40 @@ void FolderRun::addFile(std::int16_t number, const std::string& listed) {
 }
 
 void FolderRun::derive(const std::string& listed) {
-    const std::string folder = Left(listed, InStrRev(listed, "/") - 1);
-    const std::string name = Mid(listed, InStrRev(listed, "/") + 1);
+    const long slash = InStrRev(listed, "/");
+    const std::string folder = Left(listed, slash - 1);
+    const std::string name = Mid(listed, slash + 1);
     on([&] { return addOne(checked_); });
     on([&] { P("File1").SetProperty("Path", Variant(folder)); });
     itemName_.clear();
     on([&] { itemName_ = withoutApostrophes(Left(name, Len(name) - 4)); });
     on([&] { stockNo_ = withoutApostrophes(UCase(name)); });
-    on([&] { folderName_ = withoutApostrophes(UCase(Mid(folder, InStrRev(folder, "/") + 1))); });
-    on([&] { folderText_ = "Folder Path: " + folder + "/"; });
+    // The folder's name and text are those of the file before when the folder is the same,
+    // as it is for every file of a folder but the first.
+    if (folder != folderOfTexts_) {
+        folderOfTexts_.clear();
+        const bool named = on([&] {
+            folderName_ = withoutApostrophes(UCase(Mid(folder, InStrRev(folder, "/") + 1)));
+        });
+        if (on([&] { folderText_ = "Folder Path: " + folder + "/"; }) && named)
+            folderOfTexts_ = folder;
+    }
     on([&] { extension_ = UCase(Right(listed, 3)); });
     on([&] { path_ = withoutApostrophes(listed); });
 }
 
 void FolderRun::newFile() {
-    const std::string appDir = CStr(Mod().AppDir);
     // A substitute picture for a document or a program, judged by the record the store
     // stands on; the true path is put back, so only the look-up of an icon remains.
     std::string standing, picture = path_;
     on([&] { standing = UCase(textOf(rs().GetValue(PictureColumn))); });
     bool substitute = false;
     if (when(on, [&] { return InStr(standing, ".DOC") > 0; })) {
-        on([&] { picture = appDir + "textpic.jpg"; });
+        on([&] { picture = CStr(Mod().AppDir) + "textpic.jpg"; });
         substitute = true;
     } else if (when(on, [&] { return InStr(standing, ".EXE") > 0; })) {
         const std::string icon = Left(picture, Len(picture) - 3) + "ico";
-        on([&] { picture = fs::exists(icon) ? icon : appDir + "exepic.jpg"; });
+        on([&] { picture = fs::exists(icon) ? icon : CStr(Mod().AppDir) + "exepic.jpg"; });
         substitute = true;
     }
     if (substitute) on([&] { picture = path_; });

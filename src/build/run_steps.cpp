@@ -8,7 +8,15 @@
 #include "shell/when.h"
 
 std::string noteDate() {
-    return formatDate(theClock().Date(), "MM/DD/YY");
+    // Formatted again only when the day changes: a run notes every record it writes.
+    thread_local double day = -1;
+    thread_local std::string text;
+    const double today = theClock().Date();
+    if (today != day || text.empty()) {
+        text = formatDate(today, "MM/DD/YY");
+        day = today;
+    }
+    return text;
 }
 
 void waitForContinue(Products& P, Trap& on) {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
 
 #include "base/vb_error.h"
 
@@ -73,6 +74,35 @@ TEST(TextSearchIgnoringCase, CountsCharactersAndKeepsTheRulesOfInStr) {
     EXPECT_EQ(InStrText("", ""), 0);
     EXPECT_EQ(InStrText("ab", "abc"), 0);
     EXPECT_THROW(InStrText(0, "abc", "a"), VbError);
+}
+
+// Long texts are counted several bytes at a time: a letter of two or three bytes, or a stray
+// continuation byte, at any place of a long path counts as one character with what it
+// continues, as a character at a time would count it.
+TEST(TextCharacters, LongTextsCountLikeOneCharacterAtATime) {
+    const std::string pieces[] = {"e", "\xc3\xa9", "\xe2\x82\xac", "\x80", "/"};
+    for (int length = 1; length <= 40; ++length)
+        for (int at = 0; at < length; ++at)
+            for (const std::string& odd : pieces) {
+                std::string text;
+                std::vector<std::size_t> starts;  // the byte each character starts at
+                for (int i = 0; i < length; ++i) {
+                    const bool stray = i == at && odd == "\x80";
+                    if (!(stray && i > 0)) starts.push_back(text.size());
+                    text += i == at ? odd : "a";
+                }
+                const long chars = static_cast<long>(starts.size());
+                ASSERT_EQ(Len(text), chars) << length << " " << at;
+                for (long n = 0; n <= chars; ++n) {
+                    const std::size_t bytes = n < chars ? starts[n] : text.size();
+                    ASSERT_EQ(Left(text, n), text.substr(0, bytes)) << length << " " << at;
+                    ASSERT_EQ(Mid(text, n + 1), text.substr(bytes)) << length << " " << at;
+                }
+                if (odd == "/") {
+                    ASSERT_EQ(InStrRev(text, "/"), at + 1) << length;
+                }
+                ASSERT_EQ(Right(text, 1), text.substr(starts.back()));
+            }
 }
 
 TEST(TextCharacters, StrayContinuationBytesBelongToTheCharacterBefore) {

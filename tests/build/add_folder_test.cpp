@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/clock.h"
+#include "base/dates.h"
 #include "build/bulk.h"
 #include "build/run_steps.h"
 #include "folder_fixture.h"
@@ -67,6 +69,42 @@ TEST_F(AddFolder, EachFileBecomesAnItemKeyedByItsUpperCaseName) {
     EXPECT_FALSE(Runtime::Current().Loaded("WinSeek"));
     EXPECT_EQ(ui.openShown.FileName, "Click [Open] Button Or Any File Above");
     EXPECT_FALSE(p.ContinueFlag);
+}
+
+TEST_F(AddFolder, EachFileOfSeveralFoldersTakesTheTextsOfItsOwnFolder) {
+    for (const char* name : {"a1", "a2", "a3"})
+        file(std::string("pics/alpha/") + name + ".jpg");
+    for (const char* name : {"b1", "b2"})
+        file(std::string("pics/Beta's/") + name + ".jpg");
+    file("pics/top.jpg");
+    addFolder("pics");
+    EXPECT_EQ(rows("StockNo"), "A1.JPG|A2.JPG|A3.JPG|B1.JPG|B2.JPG|TOP.JPG");
+    EXPECT_EQ(rows("PageNo"), "ALPHA|ALPHA|ALPHA|BETAS|BETAS|PICS");
+    const std::string alpha = "Folder Path: " + appDir() + "pics/alpha/";
+    const std::string beta = "Folder Path: " + appDir() + "pics/Beta's/";
+    EXPECT_EQ(rows("ProdDesc"), alpha + "A1.JPG|" + alpha + "A2.JPG|" + alpha + "A3.JPG|" + beta +
+                                    "B1.JPG|" + beta + "B2.JPG|Folder Path: " + appDir() +
+                                    "pics/TOP.JPG");
+    EXPECT_EQ(rows("Notes"), noteDate() + " Added From Folder: ALPHA\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: ALPHA\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: ALPHA\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: BETAS\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: BETAS\r\n\r\n|" + noteDate() +
+                                 " Added From Folder: PICS\r\n\r\n");
+}
+
+// Notes are dated with today as the clock has it at each record: a run that goes past
+// midnight dates the records after it with the new day.
+TEST(NoteDate, FollowsTheClockFromOneDayToTheNext) {
+    FixedClock fixed(DateSerial(2024, 12, 31) + 0.999);
+    setClock(&fixed);
+    EXPECT_EQ(noteDate(), "12/31/24");
+    EXPECT_EQ(noteDate(), "12/31/24");
+    fixed.set(DateSerial(2025, 1, 1) + 0.001);
+    EXPECT_EQ(noteDate(), "01/01/25");
+    fixed.set(DateSerial(2024, 12, 31));
+    EXPECT_EQ(noteDate(), "12/31/24");
+    setClock(nullptr);
 }
 
 TEST_F(AddFolder, TheDialogOffersEveryKindAndTheChosenOneSetsThePattern) {

@@ -4,8 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "base/convert.h"
 #include "base/files.h"
@@ -145,6 +148,74 @@ TEST_F(FileListTest, AFolderThatCannotBeReadListsNothing) {
         },
         ::testing::ExitedWithCode(0), "");
     chmod((root + "/locked").c_str(), 0755);
+}
+
+// A large folder's listing is kept while its status is unchanged: every change to it, made
+// at once after a listing or once the listing has had time to be kept, shows at the next one.
+struct LargeFolderTest : FileListTest {
+    static constexpr int Many = 300;
+    LargeFolderTest() {
+        for (int i = 0; i < Many; ++i)
+            make("large/p" + std::to_string(i) + ".jpg");
+        large = root + "/large";
+    }
+    // Long enough that the listing's reading begins after the folder's last change by the
+    // kernel's coarse clock, so that the listing is kept.
+    static void settle() { std::this_thread::sleep_for(std::chrono::milliseconds(30)); }
+    std::size_t count(const std::string& name) const {
+        const auto all = FileLists::files(large, "*.*");
+        return static_cast<std::size_t>(std::count(all.begin(), all.end(), name));
+    }
+    std::string large;
+};
+
+TEST_F(LargeFolderTest, AFileMadeRightAfterAListingShowsInTheNext) {
+    EXPECT_EQ(FileLists::files(large, "*.jpg").size(), std::size_t{Many});
+    make("large/new.jpg");
+    EXPECT_EQ(FileLists::files(large, "*.jpg").size(), std::size_t{Many + 1});
+}
+
+TEST_F(LargeFolderTest, FilesMadeRemovedAndRenamedAfterAKeptListingShowInTheNext) {
+    settle();
+    EXPECT_EQ(count("p7.jpg"), 1u);
+    EXPECT_EQ(FileLists::files(large, "*.jpg"), FileLists::files(large, "*.jpg"));
+    make("large/new.jpg");
+    EXPECT_EQ(count("new.jpg"), 1u);
+    settle();
+    EXPECT_EQ(count("new.jpg"), 1u);
+    fs::remove(large + "/p7.jpg");
+    EXPECT_EQ(count("p7.jpg"), 0u);
+    settle();
+    EXPECT_EQ(count("p8.jpg"), 1u);
+    fs::rename(large + "/p8.jpg", large + "/renamed.jpg");
+    EXPECT_EQ(count("p8.jpg"), 0u);
+    EXPECT_EQ(count("renamed.jpg"), 1u);
+    settle();
+    EXPECT_TRUE(FileLists::subfolders(large).empty());
+    dir("large/sub");
+    EXPECT_EQ(FileLists::subfolders(large), std::vector<std::string>{large + "/sub"});
+}
+
+TEST_F(LargeFolderTest, AFolderPutInThePlaceOfAListedOneListsItsOwnFiles) {
+    settle();
+    EXPECT_EQ(count("p1.jpg"), 1u);
+    fs::rename(large, root + "/old");
+    make("other/only.jpg");
+    fs::rename(root + "/other", large);
+    EXPECT_EQ(FileLists::files(large, "*.*"), std::vector<std::string>{"only.jpg"});
+}
+
+TEST_F(LargeFolderTest, ALinkWhoseTargetBecomesAFolderIsListedAsOne) {
+    const std::string target = make("away/target");
+    fs::create_symlink(target, fs::path(large) / "link");
+    settle();
+    EXPECT_EQ(count("link"), 1u);
+    EXPECT_TRUE(FileLists::subfolders(large).empty());
+    // The folder holding the link does not change: only what the link leads to.
+    fs::remove(target);
+    dir("away/target");
+    EXPECT_EQ(count("link"), 0u);
+    EXPECT_EQ(FileLists::subfolders(large), std::vector<std::string>{large + "/link"});
 }
 
 TEST_F(FileListTest, TheDriveListHoldsTheRootAndPickingItChangesTheDrive) {
