@@ -148,6 +148,20 @@ void Control::setCommon(Common which, std::string_view name, Variant value) {
     write(*common_[which], std::move(value));
 }
 
+void Control::ShowText(std::string_view s) {
+    Entry* entry = common_[TextProp];
+    // Anything but a text box holding a text takes the general write.
+    if (!entry || entry->second.role != Role::Text || !entry->second.value.IsString()) {
+        SetText(std::string(s));
+        return;
+    }
+    Variant& current = entry->second.value;
+    const bool changed = current.Str() != s;
+    if (changed) current.AssignText(s);
+    notify(entry->first);
+    if (changed) raiseIfHandled(Written::Change);
+}
+
 const Variant& Control::common(Common which, std::string_view name) const {
     return common_[which] ? common_[which]->second.value : stored(name);
 }

@@ -80,6 +80,9 @@ class Control {
     void SetCaption(std::string s) { setCommon(CaptionProp, "Caption", Variant(std::move(s))); }
     std::string Text() const;
     void SetText(std::string s) { setCommon(TextProp, "Text", Variant(std::move(s))); }
+    // The same write for a text given in place, as a bound box shows its row's values:
+    // the box's own text is compared and overwritten where it stands.
+    void ShowText(std::string_view s);
     Variant Value() const { return Property("Value"); }
     void SetValue(const Variant& v) { setCommon(ValueProp, "Value", v); }
     bool Visible() const;
