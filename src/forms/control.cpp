@@ -231,6 +231,9 @@ std::string Control::Text() const {
 bool Control::Visible() const {
     return common(VisibleProp, "Visible").BoolValue();
 }
+int Control::ListIndex() const {
+    return static_cast<int>(CDbl(common(ListIndexProp, "ListIndex")));
+}
 bool Control::Enabled() const {
     return common(EnabledProp, "Enabled").BoolValue();
 }
@@ -317,7 +320,7 @@ void Control::define(const char* name, Variant value) {
     };
     static const std::pair<std::string_view, Common> commons[] = {
         {"Caption", CaptionProp}, {"Text", TextProp},       {"Value", ValueProp},
-        {"Visible", VisibleProp}, {"Enabled", EnabledProp},
+        {"Visible", VisibleProp}, {"Enabled", EnabledProp}, {"ListIndex", ListIndexProp},
     };
     Role role = Role::Plain;
     for (const auto& [known, r] : roles)
