@@ -162,6 +162,23 @@ void Control::ShowText(std::string_view s) {
     if (changed) raiseIfHandled(Written::Change);
 }
 
+void Control::SetListIndex(int i) {
+    Entry* entry = common_[ListIndexProp];
+    // A plain list holding a number takes the write as it stands: nothing to convert, nothing
+    // else to keep in step.
+    if (!entry || kind_ != ControlKind::ListBox || !entry->second.value.IsNumberKind()) {
+        setCommon(ListIndexProp, "ListIndex", Variant(i));
+        return;
+    }
+    if (i < lowestListIndex() || i >= ListCount())
+        throw VbError(InvalidPropertyValue, "Invalid property value");
+    Variant& current = entry->second.value;
+    const bool changed = current.Number() != i;
+    if (changed || current.Type() != VarType::Long) current = Variant(i);
+    notify(entry->first);
+    if (changed) raiseIfHandled(Written::Click);
+}
+
 const Variant& Control::common(Common which, std::string_view name) const {
     return common_[which] ? common_[which]->second.value : stored(name);
 }

@@ -102,7 +102,7 @@ class Control {
     bool Selected(int i) const;
     void SetSelected(int i, bool on);
     int ListIndex() const;
-    void SetListIndex(int i) { setCommon(ListIndexProp, "ListIndex", Variant(i)); }
+    void SetListIndex(int i);
     // A file list reads its folder again: the files of Path that fit Pattern. A change of
     // Path or Pattern does the same; choosing a row sets FileName.
     void Refresh();
