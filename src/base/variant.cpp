@@ -9,6 +9,13 @@ Variant::Variant(std::string s) : type_(VarType::String), str_(std::move(s)) {}
 Variant::Variant(std::string_view s) : type_(VarType::String), str_(s) {}
 Variant::Variant(const char* s) : type_(VarType::String), str_(s) {}
 
+void Variant::AssignText(std::string_view s) {
+    type_ = VarType::String;
+    num_ = 0;
+    scaled_ = 0;
+    str_.assign(s);
+}
+
 Variant Variant::Null() {
     Variant v;
     v.type_ = VarType::Null;

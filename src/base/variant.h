@@ -50,6 +50,8 @@ class Variant {
     // The number held by a number kind, Boolean (True is -1) or Date, as a double.
     double Number() const;
     const std::string& Str() const { return str_; }
+    // Makes it the text s, in the room its own text already has.
+    void AssignText(std::string_view s);
 
     // Same kind and same value; Empty equals Empty and Null equals Null.
     bool operator==(const Variant& other) const;

@@ -32,8 +32,10 @@ void Binding::Refresh() {
             if (isCheckBox(*b.box)) {
                 b.box->SetValue(
                     Variant::Integer(v.IsNull() || v.IsEmpty() ? 0 : (CBool(v) ? 1 : 0)));
+            } else if (v.IsString()) {
+                b.box->ShowText(v.Str());
             } else {
-                b.box->SetText(textOf(v));
+                b.box->ShowText(textOf(v));
             }
         });
     }

@@ -148,6 +148,37 @@ void Control::setCommon(Common which, std::string_view name, Variant value) {
     write(*common_[which], std::move(value));
 }
 
+void Control::ShowText(std::string_view s) {
+    Entry* entry = common_[TextProp];
+    // Anything but a text box holding a text takes the general write.
+    if (!entry || entry->second.role != Role::Text || !entry->second.value.IsString()) {
+        SetText(std::string(s));
+        return;
+    }
+    Variant& current = entry->second.value;
+    const bool changed = current.Str() != s;
+    if (changed) current.AssignText(s);
+    notify(entry->first);
+    if (changed) raiseIfHandled(Written::Change);
+}
+
+void Control::SetListIndex(int i) {
+    Entry* entry = common_[ListIndexProp];
+    // A plain list holding a number takes the write as it stands: nothing to convert, nothing
+    // else to keep in step.
+    if (!entry || kind_ != ControlKind::ListBox || !entry->second.value.IsNumberKind()) {
+        setCommon(ListIndexProp, "ListIndex", Variant(i));
+        return;
+    }
+    if (i < lowestListIndex() || i >= ListCount())
+        throw VbError(InvalidPropertyValue, "Invalid property value");
+    Variant& current = entry->second.value;
+    const bool changed = current.Number() != i;
+    if (changed || current.Type() != VarType::Long) current = Variant(i);
+    notify(entry->first);
+    if (changed) raiseIfHandled(Written::Click);
+}
+
 const Variant& Control::common(Common which, std::string_view name) const {
     return common_[which] ? common_[which]->second.value : stored(name);
 }
@@ -216,6 +247,9 @@ std::string Control::Text() const {
 }
 bool Control::Visible() const {
     return common(VisibleProp, "Visible").BoolValue();
+}
+int Control::ListIndex() const {
+    return static_cast<int>(CDbl(common(ListIndexProp, "ListIndex")));
 }
 bool Control::Enabled() const {
     return common(EnabledProp, "Enabled").BoolValue();
@@ -303,7 +337,7 @@ void Control::define(const char* name, Variant value) {
     };
     static const std::pair<std::string_view, Common> commons[] = {
         {"Caption", CaptionProp}, {"Text", TextProp},       {"Value", ValueProp},
-        {"Visible", VisibleProp}, {"Enabled", EnabledProp},
+        {"Visible", VisibleProp}, {"Enabled", EnabledProp}, {"ListIndex", ListIndexProp},
     };
     Role role = Role::Plain;
     for (const auto& [known, r] : roles)

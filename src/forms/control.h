@@ -80,6 +80,9 @@ class Control {
     void SetCaption(std::string s) { setCommon(CaptionProp, "Caption", Variant(std::move(s))); }
     std::string Text() const;
     void SetText(std::string s) { setCommon(TextProp, "Text", Variant(std::move(s))); }
+    // The same write for a text given in place, as a bound box shows its row's values:
+    // the box's own text is compared and overwritten where it stands.
+    void ShowText(std::string_view s);
     Variant Value() const { return Property("Value"); }
     void SetValue(const Variant& v) { setCommon(ValueProp, "Value", v); }
     bool Visible() const;
@@ -98,8 +101,8 @@ class Control {
     void Clear();
     bool Selected(int i) const;
     void SetSelected(int i, bool on);
-    int ListIndex() const { return static_cast<int>(Num("ListIndex")); }
-    void SetListIndex(int i) { SetProperty("ListIndex", Variant(i)); }
+    int ListIndex() const;
+    void SetListIndex(int i);
     // A file list reads its folder again: the files of Path that fit Pattern. A change of
     // Path or Pattern does the same; choosing a row sets FileName.
     void Refresh();
@@ -148,13 +151,15 @@ class Control {
     };
     using Entry = std::pair<const std::string, Prop>;
     // The properties that procedures write most, kept at hand (nullptr for one the control
-    // does not have): a bound box is written at every move, its buttons and status line too.
+    // does not have): a bound box is written at every move, its buttons and status line too,
+    // and the lists of a page's fields are set for every product.
     enum Common : std::uint8_t {
         CaptionProp,
         TextProp,
         ValueProp,
         VisibleProp,
         EnabledProp,
+        ListIndexProp,
         Commons
     };
     void setCommon(Common which, std::string_view name, Variant value);

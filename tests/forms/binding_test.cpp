@@ -81,3 +81,22 @@ TEST_F(BindingTest, ShowingARowWritesNothingBack) {
     EXPECT_EQ(rs->EditMode(), 0);
     EXPECT_EQ(cat.query("SELECT ProdName FROM Products ORDER BY StockNo"), "Apple|Bean");
 }
+
+TEST_F(BindingTest, AMoveTellsTheObserversOfEveryBoxAndRaisesChangeOnlyWhereTheTextDiffers) {
+    std::vector<std::string> heard;
+    int changes = 0;
+    form.Observe([&](Form&, Control* c, std::string_view p) {
+        if (c) heard.push_back(c->Path() + "." + std::string(p));
+    });
+    form.On("txtFields", "Change", [&](EventArgs&) { ++changes; });
+    rs->MoveFirst();  // the same row again: every box told, none changed
+    EXPECT_EQ(heard.size(), 4u);
+    EXPECT_EQ(changes, 0);
+    heard.clear();
+    rs->MoveNext();  // Bean: name, cost and stock number differ
+    EXPECT_EQ(heard, (std::vector<std::string>{"txtFields(22).Text", "txtFields(2).Text",
+                                               "txtFields(27).Text", "chkFields(14).Value"}));
+    EXPECT_EQ(changes, 3);
+    EXPECT_EQ(text(ProdName), "Bean");
+    EXPECT_EQ(text(Cost1), "");
+}

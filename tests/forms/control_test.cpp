@@ -56,6 +56,30 @@ TEST_F(Counting, ListIndexWriteFiresClickWhenItChanges) {
     EXPECT_EQ(list.ListIndex(), -1);
 }
 
+TEST_F(Counting, ListIndexWrittenByNameOrSetIsTheSameWrite) {
+    Control& list = form("lstItems");
+    list.AddItem("apple");
+    list.AddItem("pear");
+    std::vector<std::string> heard;
+    form.Observe([&](Form&, Control* c, std::string_view p) {
+        if (c) heard.push_back(c->Name() + "." + std::string(p));
+    });
+    list.SetProperty("listindex", Variant::Double(1));
+    EXPECT_EQ(clicks, 1);
+    list.SetListIndex(1);  // the same row: told, not clicked
+    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(list.Property("ListIndex").Type(), VarType::Long);
+    list.SetListIndex(0);
+    EXPECT_EQ(clicks, 2);
+    EXPECT_EQ(heard, (std::vector<std::string>{"lstItems.ListIndex", "lstItems.ListIndex",
+                                               "lstItems.ListIndex"}));
+    list.RemoveItem(1);
+    EXPECT_VBERROR(list.SetListIndex(1), 380);
+    EXPECT_VBERROR(list.SetListIndex(-2), 380);
+    EXPECT_EQ(list.ListIndex(), 0);
+    EXPECT_VBERROR(form("txtName").SetListIndex(0), 438);
+}
+
 TEST_F(Counting, ComboBoxTextFollowsItsListIndex) {
     Control& combo = form.Add("cboKind", ControlKind::ComboBox);
     combo.AddItem("Retail");
