@@ -74,10 +74,10 @@ void Kill(const std::string& pathPattern) {
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
     std::error_code ec;
     if (!fs::is_directory(folder, ec)) throw VbError(vberr::PathNotFound);
+    const FilePattern pattern(path.filename().string());
     std::vector<fs::path> doomed;
     for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
-        if (it->is_regular_file(ec) &&
-            MatchesPattern(it->path().filename().string(), path.filename().string()))
+        if (it->is_regular_file(ec) && pattern.matches(it->path().filename().string()))
             doomed.push_back(it->path());
     if (doomed.empty()) throw VbError(vberr::FileNotFound);
     for (const fs::path& file : doomed)
