@@ -1,6 +1,7 @@
 #include "base/kept_listings.h"
 
 #include <dirent.h>
+#include <errno.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,16 +33,41 @@ struct Kept {
     ByName<std::optional<FolderId>> folders;
     // The names in each folder read, with their kind as the listing gives it.
     std::map<FolderId, ByName<unsigned char>> listings;
-    // The file last written whole, still open.
+    // The file last written whole, still open, with its length on disk; its newest
+    // contents may still wait in `behind` for a write the next rewrite makes needless.
     std::string writerPath;
     int writer = -1;
     long long writerSize = 0;
+    std::string behind;
+    bool waiting = false;
 
+    // Puts the waiting contents in place of the file's. Nobody is left to hear of a fault
+    // here: the file then keeps its previous whole contents, as the item view it is.
+    void settle() {
+        if (!waiting) return;
+        waiting = false;
+        std::size_t done = 0;
+        while (done < behind.size()) {
+            const ssize_t wrote = ::pwrite(writer, behind.data() + done, behind.size() - done,
+                                           static_cast<off_t>(done));
+            if (wrote < 0 && errno == EINTR) continue;
+            if (wrote <= 0) return;
+            done += static_cast<std::size_t>(wrote);
+        }
+        const auto size = static_cast<long long>(done);
+        if (size < writerSize && ::ftruncate(writer, static_cast<off_t>(size)) != 0) return;
+        writerSize = size;
+    }
     void dropWriter() {
-        if (writer >= 0) ::close(writer);
+        if (writer >= 0) {
+            settle();
+            ::close(writer);
+        }
         writer = -1;
+        waiting = false;
         writerPath.clear();
     }
+    ~Kept() { dropWriter(); }
     void clear() {
         folders.clear();
         listings.clear();
@@ -141,14 +167,32 @@ bool KeepWriter(const std::string& path, int fd, long long size) {
     return true;
 }
 
-int TakeKeptWriter(const std::string& path, long long& size) {
+bool WriteBehind(const std::string& path, int fd, long long size, std::string& contents) {
+    Kept& k = kept();
+    if (k.runs == 0 || static_cast<long long>(contents.size()) > size) return false;
+    if (!KeepWriter(path, fd, size)) return false;
+    k.behind.swap(contents);
+    k.waiting = true;
+    return true;
+}
+
+int TakeKeptWriter(const std::string& path, long long& size, bool rewrite) {
     Kept& k = kept();
     if (k.writer < 0) return -1;
     if (k.writerPath != path) {
         k.dropWriter();
         return -1;
     }
+    // Rewritten whole, the waiting contents would be overwritten unread.
+    if (rewrite)
+        k.waiting = false;
+    else
+        k.settle();
     k.writerPath.clear();
     size = k.writerSize;
     return std::exchange(k.writer, -1);
+}
+
+void SettleWrites() {
+    kept().settle();
 }

@@ -30,6 +30,16 @@ void NoteWritten(const std::string& path);
 // rather than opening, emptying and closing it anew. KeepWriter takes the descriptor, or
 // returns false outside a run (the caller closes it); TakeKeptWriter gives back the one
 // kept for exactly this path (-1 if none) and closes any other. Forgetting or ending the
-// run closes it. `size` is the length the program left the file at.
+// run closes it. `size` is the length of the file on disk.
 bool KeepWriter(const std::string& path, int fd, long long size);
-int TakeKeptWriter(const std::string& path, long long& size);
+int TakeKeptWriter(const std::string& path, long long& size, bool rewrite);
+
+// A rewrite during a run that fits in the file's length waits in memory, `contents` taken
+// (swapped): the next move rewrites the item view again before anybody looks at it.
+// It reaches the disk when the file is read through the program (SettleWrites), opened to
+// add to, or no longer kept: another file kept, Kill, FileCopy, MkDir, the run's end or
+// the user getting control. False (nothing taken) outside a run or for a longer text.
+bool WriteBehind(const std::string& path, int fd, long long size, std::string& contents);
+
+// Puts the waiting rewrite on disk; the program's readers of files call it first.
+void SettleWrites();

@@ -173,12 +173,13 @@ void TextFileWriter::open(const std::string& path, Mode mode) {
     if (path.empty()) throw VbError(vberr::BadFileNameOrNumber);
     OpenFiles& files = openFiles();
     const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::Append ? O_APPEND : 0);
-    const int kept = TakeKeptWriter(path, keptSize_);
+    const bool rewrite = mode == Mode::Output && files.empty();
+    const int kept = TakeKeptWriter(path, keptSize_, rewrite);
     keepAs_.clear();
     written_ = 0;
     inPlace_ = false;
-    if (kept >= 0 && (mode == Mode::Append || !files.empty())) ::close(kept);
-    if (kept >= 0 && mode == Mode::Output && files.empty()) {
+    if (kept >= 0 && !rewrite) ::close(kept);
+    if (kept >= 0 && rewrite) {
         // The file this run wrote last, written again: in place, emptied at close.
         files.acquireWriter(kept, std::nullopt);
         fd_ = kept;
@@ -277,17 +278,23 @@ void TextFileWriter::flush() {
 void TextFileWriter::close() {
     if (fd_ < 0) return;
     openFiles().releaseWriter(fd_);
-    bool ok = put();
-    // A file rewritten in place loses what is left of its longer last contents.
-    if (ok && inPlace_ && written_ < keptSize_ &&
-        ::ftruncate(fd_, static_cast<off_t>(written_)) != 0)
-        ok = false;
+    // A whole rewrite in place that the file's length holds waits for the next one.
+    const bool waits = inPlace_ && written_ == 0 && WriteBehind(keepAs_, fd_, keptSize_, buffer_);
+    bool ok = true;
+    if (!waits) {
+        ok = put();
+        // A file rewritten in place loses what is left of its longer last contents.
+        if (ok && inPlace_ && written_ < keptSize_ &&
+            ::ftruncate(fd_, static_cast<off_t>(written_)) != 0)
+            ok = false;
+    }
     const int fd = std::exchange(fd_, -1);
     inPlace_ = false;
+    buffer_.clear();
     if (std::string& spare = spareBuffer();
         spare.capacity() < kStartSize && buffer_.capacity() <= kStartSize)
         spare.swap(buffer_);
-    if (ok && !keepAs_.empty() && KeepWriter(keepAs_, fd, written_)) {
+    if (waits || (ok && !keepAs_.empty() && KeepWriter(keepAs_, fd, written_))) {
         keepAs_.clear();
         return;
     }
@@ -324,6 +331,7 @@ TextFileReader& TextFileReader::operator=(TextFileReader&& other) noexcept {
 void TextFileReader::open(const std::string& path) {
     if (open_) throw VbError(vberr::FileAlreadyOpen);
     if (path.empty()) throw VbError(vberr::BadFileNameOrNumber);
+    SettleWrites();
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) throwOpenFault(errno, path, vberr::FileNotFound);
     std::size_t size = 0;

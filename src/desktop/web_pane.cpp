@@ -21,6 +21,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/kept_listings.h"
 #include "base/vb_error.h"
 #include "desktop/guard.h"
 
@@ -79,6 +80,7 @@ void prepareProfile(QWebEngineProfile* profile) {
 }
 
 std::string readPage(const std::string& path) {
+    SettleWrites();  // the engine reads the page from disk next
     // Only pages: a media file is not read into memory.
     const QFileInfo info(QString::fromStdString(path));
     const QString suffix = info.suffix().toLower();

@@ -16,6 +16,7 @@ namespace {
 
 // The whole of a file, or "" when it cannot be read (gone since it was shown).
 std::string readFile(const std::string& path) {
+    SettleWrites();
     std::string text;
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) return text;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include "base/files.h"
@@ -131,6 +132,55 @@ TEST_F(KeptListingsTest, AFileWrittenAgainInARunHoldsOnlyItsLastContents) {
         out.printLine("added");
     }
     EXPECT_EQ(contents(path("page.htm")), "short|added|");
+}
+
+// The bytes on disk, read behind the program's back as another program would.
+std::string onDisk(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+void rewrite(const std::string& file, const std::string& line) {
+    TextFileWriter out(file);
+    out.printLine(line);
+}
+
+TEST_F(KeptListingsTest, ARewriteInARunWaitsUntilTheProgramReadsTheFile) {
+    const KeptListings run;
+    rewrite(path("page.htm"), "first view");
+    rewrite(path("page.htm"), "second");
+    rewrite(path("page.htm"), "third");
+    EXPECT_EQ(onDisk(path("page.htm")), "first view\r\n");
+    EXPECT_EQ(contents(path("page.htm")), "third|");
+    EXPECT_EQ(onDisk(path("page.htm")), "third\r\n");
+}
+
+TEST_F(KeptListingsTest, AWaitingRewriteReachesTheDiskWhenTheRunEnds) {
+    {
+        const KeptListings run;
+        rewrite(path("page.htm"), "first view");
+        rewrite(path("page.htm"), "last");
+    }
+    EXPECT_EQ(onDisk(path("page.htm")), "last\r\n");
+}
+
+TEST_F(KeptListingsTest, ALongerRewriteIsWrittenAtOnce) {
+    const KeptListings run;
+    rewrite(path("page.htm"), "short");
+    rewrite(path("page.htm"), "a good deal longer");
+    EXPECT_EQ(onDisk(path("page.htm")), "a good deal longer\r\n");
+}
+
+TEST_F(KeptListingsTest, AWaitingRewriteReachesTheDiskWhenAnotherFileIsWrittenOrKilled) {
+    const KeptListings run;
+    rewrite(path("page.htm"), "first view");
+    rewrite(path("page.htm"), "second");
+    rewrite(path("other.htm"), "other");
+    EXPECT_EQ(onDisk(path("page.htm")), "second\r\n");
+    rewrite(path("page.htm"), "third view");
+    rewrite(path("page.htm"), "fourth");
+    Kill(path("other.htm"));
+    EXPECT_EQ(onDisk(path("page.htm")), "fourth\r\n");
 }
 
 TEST_F(KeptListingsTest, AFileKilledInARunIsMadeAgainWhenWritten) {

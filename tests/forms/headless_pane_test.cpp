@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/kept_listings.h"
+#include "base/textio.h"
 #include "forms/headless_pane.h"
 
 namespace fs = std::filesystem;
@@ -47,6 +49,18 @@ TEST_F(PaneTest, LocalFileIsReadBetweenBeforeAndComplete) {
     EXPECT_EQ(events, (std::vector<std::string>{"before " + page, "state", "complete " + page}));
     EXPECT_EQ(pane.DocumentText(), "<p>one</p>");
     EXPECT_EQ(pane.LocationURL(), page);
+}
+
+TEST_F(PaneTest, APageRewrittenDuringARunShowsItsNewestContents) {
+    const std::string page = (folder / "page.htm").string();
+    const KeptListings run;
+    for (const char* view : {"<p>one</p>", "<p>two</p>"}) {
+        TextFileWriter out(page);
+        out.printLine(view);
+        out.close();
+        pane.Navigate2(page);
+    }
+    EXPECT_EQ(pane.DocumentText(), "<p>two</p>\r\n");
 }
 
 TEST_F(PaneTest, CancelledNavigationChangesNothing) {
