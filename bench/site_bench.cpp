@@ -1,17 +1,20 @@
 // site-bench: times the publishing of a web site through the program's own procedures.
 //
-//   site-bench [OUTPUT_FOLDER] [ROWS]
+//   site-bench [OUTPUT_FOLDER] [ROWS] [RUNS]
 //
 // Builds OUTPUT_FOLDER/bench.mde (default: a folder under the system temp folder) with ROWS
 // products (default 100,000) and publishes them headless, as a scripted user: Web Pages, By
 // Current Records, Select All, Continue, the site named "catpage", a saved layout loaded
 // (a detail link in each cell), 30 items a page, contents on the left, Done, Continue. Then
 // a plain C++ writer writes the same files from the same rows, checked byte for byte against
-// the program's, and Hugo, when present, builds a site of as many pages from simple
-// templates of the same data. See docs/PERFORMANCE.md.
+// the program's. The two take turns RUNS times (default 3), each into an empty folder, and
+// the medians are compared: on a shared machine one run moves by a tenth or more. Hugo,
+// when present, builds a site of as many pages from simple templates of the same data.
+// See docs/PERFORMANCE.md.
 
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -21,6 +24,7 @@
 #include <functional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "forms/runtime.h"
 #include "forms/user_input.h"
@@ -98,38 +102,39 @@ long differences(const std::string& ours, const std::string& theirs) {
     return differ;
 }
 
-}  // namespace
+// The processor time of a stretch of work, its kernel part and the time by the clock.
+struct Timing {
+    double total = 0, cpu = 0, kernel = 0;
+};
 
-int main(int argc, char** argv) {
-    const std::string folder =
-        argc > 1 ? argv[1] : (fs::temp_directory_path() / "catalogue-site-bench").string();
-    const int rows = argc > 2 ? std::atoi(argv[2]) : 100000;
-    std::error_code ignored;
-    fs::remove_all(folder, ignored);
-    fs::create_directories(folder);
-    const std::string appDir = folder + "/";
-    const std::string catalogue = appDir + "bench.mde";
-    fs::create_directories(appDir + "Pages");
-    fs::copy_file(TEMPLATE_FILE, appDir + "Pages/STNDRDTPLT.dat");
+template <class Work>
+Timing timed(Work&& work) {
+    const auto start = Clock::now();
+    const std::clock_t cpu0 = std::clock();
+    const double kernel0 = kernelSeconds();
+    work();
+    return {secondsSince(start), static_cast<double>(std::clock() - cpu0) / CLOCKS_PER_SEC,
+            kernelSeconds() - kernel0};
+}
 
-    auto t0 = Clock::now();
-    const std::vector<SiteItem> items = generateItems(rows, appDir);
-    fillCatalogue(catalogue, appDir, items);
-    std::printf("generate catalogue (%d rows): %.2f s\n", rows, secondsSince(t0));
+// One publishing run of the program, from the click on By Current Records to its end.
+struct ProgramRun {
+    Timing time;
+    double grouping = 0, collecting = 0, writing = 0, residentBefore = 0, residentAfter = 0;
+};
 
+bool publish(const std::string& appDir, const std::string& catalogue, ProgramRun& run) {
     SiteUser user;
     user.siteFile = appDir + "Pages/catpage.htm";
     user.layoutFile = SHOP_LAYOUT;
-    double grouping = 0, collecting = 0, writing = 0, total = 0, cpu = 0, kernel = 0;
-    const double residentBefore = residentMiB();
-    double residentAfter = 0;
-    const bool ran = withProgram(user, appDir, catalogue, "site-bench", [&](Products& form) {
+    run.residentBefore = residentMiB();
+    return withProgram(user, appDir, catalogue, "site-bench", [&](Products& form) {
         auto click = [&form](const std::string& name, int index = -1) {
             UserInput::Click(form(name, index));
         };
         Clock::time_point mark;
         user.actions = {[&] {
-                            grouping = secondsSince(mark);
+                            run.grouping = secondsSince(mark);
                             click("Command13");
                         },
                         [&] {
@@ -137,7 +142,7 @@ int main(int argc, char** argv) {
                             click("Command17");
                         },
                         [&] {
-                            collecting = secondsSince(mark);
+                            run.collecting = secondsSince(mark);
                             click("SaveLoad", 1);
                         },
                         [&] { click("Command30"); },
@@ -148,55 +153,102 @@ int main(int argc, char** argv) {
                             click("Command17");
                         }};
         click("Command5");
-        const auto start = Clock::now();
-        const std::clock_t cpu0 = std::clock();
-        const double kernel0 = kernelSeconds();
-        mark = start;
-        click("Command8");
-        writing = secondsSince(mark);
-        total = secondsSince(start);
-        cpu = static_cast<double>(std::clock() - cpu0) / CLOCKS_PER_SEC;
-        kernel = kernelSeconds() - kernel0;
-        residentAfter = residentMiB();
+        run.time = timed([&] {
+            mark = Clock::now();
+            click("Command8");
+            run.writing = secondsSince(mark);
+        });
+        run.residentAfter = residentMiB();
         if (!user.actions.empty()) {
             std::fprintf(stderr, "site-bench: the run ended before the road did\n");
             return false;
         }
         return true;
     });
-    if (!ran) return 1;
-    const Output program = measure(appDir + "Pages");
-    std::printf(
-        "program: %.2f s (%.2f s CPU, %.2f s of it in the kernel): grouping %.2f s, "
-        "collecting and first page %.2f s, all pages %.2f s\n",
-        total, cpu, kernel, grouping, collecting, writing);
-    std::printf("program: %ld files, %.1f MiB; resident %.0f -> %.0f MiB, peak %.0f MiB\n",
-                program.files, static_cast<double>(program.bytes) / (1024.0 * 1024.0),
-                residentBefore, residentAfter, peakMiB());
+}
+
+// An empty site folder holding only the template, as a shop's first publishing finds it.
+void freshPages(const std::string& appDir) {
+    std::error_code ignored;
+    fs::remove_all(appDir + "Pages", ignored);
+    fs::remove(appDir + "page.htm", ignored);
+    fs::create_directories(appDir + "Pages");
+    fs::copy_file(TEMPLATE_FILE, appDir + "Pages/STNDRDTPLT.dat");
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const std::size_t n = values.size();
+    return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::string folder =
+        argc > 1 ? argv[1] : (fs::temp_directory_path() / "catalogue-site-bench").string();
+    const int rows = argc > 2 ? std::atoi(argv[2]) : 100000;
+    const int runs = std::max(1, argc > 3 ? std::atoi(argv[3]) : 3);
+    std::error_code ignored;
+    fs::remove_all(folder, ignored);
+    fs::create_directories(folder);
+    const std::string appDir = folder + "/";
+    const std::string catalogue = appDir + "bench.mde";
+    freshPages(appDir);
+
+    auto t0 = Clock::now();
+    const std::vector<SiteItem> items = generateItems(rows, appDir);
+    fillCatalogue(catalogue, appDir, items);
+    std::printf("generate catalogue (%d rows): %.2f s\n", rows, secondsSince(t0));
 
     const std::string plainFolder = appDir + "plain/";
-    std::fflush(stdout);
-    t0 = Clock::now();
-    const std::clock_t plainCpu0 = std::clock();
-    const double plainKernel0 = kernelSeconds();
-    writePlainSite(plainFolder, appDir + "Pages/STNDRDTPLT.dat", catalogue);
-    const double plain = secondsSince(t0);
-    const double plainCpu = static_cast<double>(std::clock() - plainCpu0) / CLOCKS_PER_SEC;
-    const double plainKernel = kernelSeconds() - plainKernel0;
-    const Output written = measure(plainFolder);
-    const long differ = differences(appDir + "Pages", plainFolder);
+    std::vector<double> programCpu, plainCpu, programClock, plainClock, ratios;
+    long differ = 0;
+    for (int n = 1; n <= runs; ++n) {
+        if (n > 1) freshPages(appDir);
+        ProgramRun run;
+        if (!publish(appDir, catalogue, run)) return 1;
+        const Output program = measure(appDir + "Pages");
+        std::printf(
+            "run %d, program: %.2f s (%.2f s CPU, %.2f s of it in the kernel): grouping %.2f s, "
+            "collecting and first page %.2f s, all pages %.2f s\n",
+            n, run.time.total, run.time.cpu, run.time.kernel, run.grouping, run.collecting,
+            run.writing);
+        std::printf(
+            "run %d, program: %ld files, %.1f MiB; resident %.0f -> %.0f MiB, peak %.0f MiB\n", n,
+            program.files, static_cast<double>(program.bytes) / (1024.0 * 1024.0),
+            run.residentBefore, run.residentAfter, peakMiB());
+
+        fs::remove_all(plainFolder, ignored);
+        std::fflush(stdout);
+        const Timing plain =
+            timed([&] { writePlainSite(plainFolder, appDir + "Pages/STNDRDTPLT.dat", catalogue); });
+        const Output written = measure(plainFolder);
+        const long differs = differences(appDir + "Pages", plainFolder);
+        differ += differs;
+        std::printf(
+            "run %d, plain writer: %.2f s (%.2f s CPU, %.2f s of it in the kernel), %ld files, "
+            "%.1f MiB, %ld of the program's files differ\n",
+            n, plain.total, plain.cpu, plain.kernel, written.files,
+            static_cast<double>(written.bytes) / (1024.0 * 1024.0), differs);
+        programCpu.push_back(run.time.cpu);
+        plainCpu.push_back(plain.cpu);
+        programClock.push_back(run.time.total);
+        plainClock.push_back(plain.total);
+        ratios.push_back(run.time.cpu / plain.cpu);
+    }
     std::printf(
-        "plain writer: %.2f s (%.2f s CPU, %.2f s of it in the kernel), %ld files, %.1f MiB, "
-        "%ld of the program's files differ\n",
-        plain, plainCpu, plainKernel, written.files,
-        static_cast<double>(written.bytes) / (1024.0 * 1024.0), differ);
-    std::printf("program / plain writer: %.2f (CPU %.2f)\n", total / plain, cpu / plainCpu);
+        "medians of %d runs: program %.2f s (%.2f s CPU), plain writer %.2f s (%.2f s CPU)\n"
+        "program / plain writer: %.2f (CPU %.2f; the median of the runs' own ratios %.2f)\n",
+        runs, median(programClock), median(programCpu), median(plainClock), median(plainCpu),
+        median(programClock) / median(plainClock), median(programCpu) / median(plainCpu),
+        median(ratios));
 
     const double hugo = buildWithHugo(appDir + "hugo/", items);
     if (hugo < 0)
         std::printf("hugo: not available, or it failed\n");
     else
         std::printf("hugo: %.2f s, %ld pages; program / hugo: %.2f\n", hugo,
-                    countHugoPages(appDir + "hugo/public"), total / hugo);
+                    countHugoPages(appDir + "hugo/public"), median(programClock) / hugo);
     return differ == 0 ? 0 : 1;
 }

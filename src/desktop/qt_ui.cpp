@@ -1,5 +1,6 @@
 #include "desktop/qt_ui.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QColorDialog>
 #include <QCursor>
@@ -19,6 +20,7 @@
 #include "desktop/form_host.h"
 #include "desktop/guard.h"
 #include "desktop/web_pane.h"
+#include "forms/binding.h"
 #include "forms/form.h"
 #include "forms/runtime.h"
 
@@ -55,6 +57,12 @@ QtUi::QtUi() : host_(std::make_unique<FormHost>(*this)) {
     // flag set by the program itself is seen.
     heartbeat_.setInterval(200);
     heartbeat_.start();
+    // Bound boxes that let rows pass unseen during a long run are shown their row before
+    // anything of the windows draws or the user acts, in any loop of events.
+    auto* events = QAbstractEventDispatcher::instance();
+    QObject::connect(events, &QAbstractEventDispatcher::aboutToBlock,
+                     [] { RowsAwaited::showAll(); });
+    QObject::connect(events, &QAbstractEventDispatcher::awake, [] { RowsAwaited::showAll(); });
 }
 
 QtUi::~QtUi() {
@@ -350,6 +358,7 @@ void QtUi::FormHidden(Form& form) {
 }
 
 void QtUi::LetEventsRun() {
+    RowsAwaited::showAll();
     QApplication::processEvents(QEventLoop::AllEvents);
     rethrowIfEnded();
 }

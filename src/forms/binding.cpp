@@ -1,5 +1,7 @@
 #include "forms/binding.h"
 
+#include <algorithm>
+
 #include "base/convert.h"
 #include "base/trap.h"
 
@@ -9,7 +11,21 @@ bool isCheckBox(const Control& c) {
     return c.Kind() == ControlKind::CheckBox;
 }
 
+int stretches = 0;
+// The bindings with a box that still awaits its row.
+std::vector<Binding*>& awaiting() {
+    static std::vector<Binding*> bindings;
+    return bindings;
+}
+
 }  // namespace
+
+Binding::~Binding() {
+    if (!awaiting_) return;
+    for (auto& b : bound_)
+        b.box->RowShown();
+    std::erase(awaiting(), this);
+}
 
 void Binding::Bind(Control& box, Recordset& rs, int field) {
     for (auto& b : bound_)
@@ -21,25 +37,65 @@ void Binding::Bind(Control& box, Recordset& rs, int field) {
     bound_.push_back({&box, &rs, field});
 }
 
-void Binding::Refresh() {
-    showing_ = true;
+void Binding::Clear() {
+    settle();
+    std::erase(awaiting(), this);
+    bound_.clear();
+}
+
+void Binding::show(const Bound& b) {
+    b.box->RowShown();
     Trap ignore = Trap::Ignoring();
+    ignore([&] {
+        Variant v;
+        if (b.rs->State() == ado::adStateOpen && !b.rs->Bof() && !b.rs->Eof())
+            v = b.rs->GetValue(b.field);
+        if (isCheckBox(*b.box)) {
+            b.box->SetValue(Variant::Integer(v.IsNull() || v.IsEmpty() ? 0 : (CBool(v) ? 1 : 0)));
+        } else if (v.IsString()) {
+            b.box->ShowText(v.Str());
+        } else {
+            b.box->ShowText(textOf(v));
+        }
+    });
+}
+
+void Binding::Refresh() {
+    const bool was = std::exchange(showing_, true);
+    for (const auto& b : bound_)
+        show(b);
+    showing_ = was;
+}
+
+void Binding::Moved() {
+    if (!RowsAwaited::active()) return Refresh();
+    const bool was = std::exchange(showing_, true);
     for (const auto& b : bound_) {
-        ignore([&] {
-            Variant v;
-            if (b.rs->State() == ado::adStateOpen && !b.rs->Bof() && !b.rs->Eof())
-                v = b.rs->GetValue(b.field);
-            if (isCheckBox(*b.box)) {
-                b.box->SetValue(
-                    Variant::Integer(v.IsNull() || v.IsEmpty() ? 0 : (CBool(v) ? 1 : 0)));
-            } else if (v.IsString()) {
-                b.box->ShowText(v.Str());
-            } else {
-                b.box->ShowText(textOf(v));
-            }
-        });
+        if (b.box->HeardWhenWritten())
+            show(b);  // its procedure runs at the move, as it would
+        else
+            b.box->AwaitRow(*this);
     }
-    showing_ = false;
+    showing_ = was;
+    if (!std::exchange(awaiting_, true)) awaiting().push_back(this);
+}
+
+void Binding::Show(const Control& box) {
+    for (const auto& b : bound_)
+        if (b.box == &box) {
+            const bool was = std::exchange(showing_, true);
+            show(b);
+            showing_ = was;
+            return;
+        }
+}
+
+void Binding::settle() {
+    if (!std::exchange(awaiting_, false)) return;
+    const bool was = std::exchange(showing_, true);
+    for (const auto& b : bound_)
+        if (b.box->AwaitsRow()) show(b);
+    showing_ = was;
 }
 
 void Binding::Changed(Control& box, std::string_view property) {
@@ -57,4 +113,24 @@ void Binding::Changed(Control& box, std::string_view property) {
         });
         return;
     }
+}
+
+RowsAwaited::RowsAwaited() {
+    stretches += 1;
+}
+
+RowsAwaited::~RowsAwaited() {
+    if (--stretches == 0) showAll();
+}
+
+bool RowsAwaited::active() {
+    return stretches > 0;
+}
+
+void RowsAwaited::showAll() {
+    // Showing a row can run nothing that binds, but the list is taken first all the same.
+    std::vector<Binding*> bindings;
+    bindings.swap(awaiting());
+    for (Binding* binding : bindings)
+        binding->settle();
 }

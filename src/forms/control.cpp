@@ -5,6 +5,7 @@
 #include "base/convert.h"
 #include "base/fold.h"
 #include "base/vb_error.h"
+#include "forms/binding.h"
 #include "forms/file_lists.h"
 #include "forms/form.h"
 
@@ -127,6 +128,7 @@ Variant Control::Property(std::string_view name) const {
 }
 
 const Variant& Control::stored(std::string_view name) const {
+    settle();
     auto it = props_.find(name);
     if (it == props_.end())
         throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
@@ -134,6 +136,7 @@ const Variant& Control::stored(std::string_view name) const {
 }
 
 void Control::SetProperty(std::string_view name, Variant value) {
+    settle();
     auto it = props_.find(name);
     if (it == props_.end())
         throw VbError(vberr::PropertyNotFound, "Object doesn't support this property or method");
@@ -141,6 +144,7 @@ void Control::SetProperty(std::string_view name, Variant value) {
 }
 
 void Control::setCommon(Common which, std::string_view name, Variant value) {
+    settle();
     if (!common_[which]) {
         SetProperty(name, std::move(value));  // 438 as any property it does not have
         return;
@@ -149,6 +153,7 @@ void Control::setCommon(Common which, std::string_view name, Variant value) {
 }
 
 void Control::ShowText(std::string_view s) {
+    settle();
     Entry* entry = common_[TextProp];
     // Anything but a text box holding a text takes the general write.
     if (!entry || entry->second.role != Role::Text || !entry->second.value.IsString()) {
@@ -163,6 +168,7 @@ void Control::ShowText(std::string_view s) {
 }
 
 void Control::SetListIndex(int i) {
+    settle();
     Entry* entry = common_[ListIndexProp];
     // A plain list holding a number takes the write as it stands: nothing to convert, nothing
     // else to keep in step.
@@ -180,6 +186,7 @@ void Control::SetListIndex(int i) {
 }
 
 const Variant& Control::common(Common which, std::string_view name) const {
+    settle();
     return common_[which] ? common_[which]->second.value : stored(name);
 }
 
@@ -229,14 +236,28 @@ void Control::write(Entry& entry, Variant value) {
         raiseIfHandled(Written::Change);
 }
 
-void Control::raiseIfHandled(Written event) {
+const Control::Handled& Control::handled() {
     if (handled_.version != form_.HandlersVersion()) {
         handled_.change = form_.HasHandler(name_, "Change");
         handled_.click = form_.HasHandler(name_, "Click");
         handled_.version = form_.HandlersVersion();
     }
-    if (event == Written::Change ? handled_.change : handled_.click)
+    return handled_;
+}
+
+void Control::raiseIfHandled(Written event) {
+    if (event == Written::Change ? handled().change : handled().click)
         Raise(event == Written::Change ? "Change" : "Click");
+}
+
+bool Control::HeardWhenWritten() {
+    return kind_ == ControlKind::CheckBox ? handled().click : handled().change;
+}
+
+void Control::settle() const {
+    if (!rowAwaited_) return;
+    rowAwaited_ = false;
+    shownBy_->Show(*this);
 }
 
 std::string Control::Caption() const {

@@ -11,6 +11,7 @@
 #include "base/fold.h"
 #include "base/variant.h"
 
+class Binding;
 class Form;
 class Control;
 
@@ -129,6 +130,17 @@ class Control {
     // GotFocus, and the window moves its focus here.
     void SetFocus();
 
+    // Whether writing its text (its value, for a check box) runs a procedure of the form.
+    bool HeardWhenWritten();
+    // A bound box whose row moved while nobody looked: the binding shows it the row at its
+    // next use, a property read or written, before the use.
+    void AwaitRow(Binding& binding) {
+        shownBy_ = &binding;
+        rowAwaited_ = true;
+    }
+    void RowShown() { rowAwaited_ = false; }
+    bool AwaitsRow() const { return rowAwaited_; }
+
   private:
     // The value of a property by name, without a copy; 438 for one the control does not have.
     const Variant& stored(std::string_view name) const;
@@ -142,6 +154,9 @@ class Control {
         unsigned version = 0;
         bool change = false, click = false;
     };
+    const Handled& handled();
+    // Shows an awaited row first; every use of the properties passes here.
+    void settle() const;
 
     // What a write of a property does beyond storing its value, known once from its name.
     enum class Role : std::uint8_t { Plain, Text, ListIndex, Value, Path, Pattern, Drive };
@@ -169,7 +184,10 @@ class Control {
     // Adds a property with its first value.
     void define(const char* name, Variant value);
     // The value of a property the control is known to have.
-    Variant& slot(std::string_view name) { return props_.find(name)->second.value; }
+    Variant& slot(std::string_view name) {
+        settle();
+        return props_.find(name)->second.value;
+    }
     // A folder or file list, whose Path is kept as the lists keep folders and read from the disk.
     bool isFolderList() const;
     // A folder list's current folder is -1, the folders above it -2, -3 ... up to the root.
@@ -190,4 +208,6 @@ class Control {
     class Recordset* dataSource_ = nullptr;
     Handled handled_;
     Entry* common_[Commons] = {};
+    Binding* shownBy_ = nullptr;
+    mutable bool rowAwaited_ = false;
 };

@@ -8,6 +8,7 @@
 
 #include "base/kept_listings.h"
 #include "base/trap.h"
+#include "forms/binding.h"
 #include "forms/form.h"
 #include "forms/settings.h"
 #include "forms/ui.h"
@@ -62,6 +63,7 @@ class Runtime {
     // The user may change files with other programs meanwhile: no folder listing is kept.
     void WaitForUser() {
         KeptListings::forget();
+        RowsAwaited::showAll();
         ui_.WaitForUser();
     }
     // Ends the process at once: nothing is closed in order.

@@ -12,17 +12,22 @@ VarTable& unread() {
     return table;
 }
 
-std::unique_ptr<Module>& current() {
-    static std::unique_ptr<Module> module = std::make_unique<Module>(unread());
-    return module;
-}
+// The module of the running program; before any start, one over a table of its own. Asked
+// for by nearly every statement, so it is a plain pointer rather than a guarded static.
+std::unique_ptr<Module> current;
+Module* running = nullptr;
 
 }  // namespace
 
 Module& Mod() {
-    return *current();
+    if (running == nullptr) {
+        current = std::make_unique<Module>(unread());
+        running = current.get();
+    }
+    return *running;
 }
 
 void startModule(Runtime& rt) {
-    current() = std::make_unique<Module>(rt.ModuleVars());
+    current = std::make_unique<Module>(rt.ModuleVars());
+    running = current.get();
 }

@@ -339,7 +339,7 @@ std::unique_ptr<Recordset> Products::primarySet() {
     auto rs = CreateRecordset();
     // The bound boxes follow the row first, then the form's handler runs.
     rs->MoveComplete = [this] {
-        binding.Refresh();
+        binding.Moved();
         adoPrimaryRS_MoveComplete();
     };
     rs->WillChangeRecord = [this] {

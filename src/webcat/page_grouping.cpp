@@ -6,6 +6,7 @@
 #include "base/format.h"
 #include "base/kept_listings.h"
 #include "base/strings.h"
+#include "forms/binding.h"
 #include "forms/runtime.h"
 #include "records/data_control.h"
 #include "records/pane.h"
@@ -298,7 +299,8 @@ bool WebCatalogue::collectItems(Trap& on) {
             });
             on([&] { groups.SetVisible(false); });
             if (!when(on, [&] { return CBool(m.SelectItemsMode); })) {
-                const KeptListings run;  // each move shows the item view and its picture
+                const KeptListings run;   // each move shows the item view and its picture
+                const RowsAwaited moves;  // and the bound boxes, which nobody reads meanwhile
                 while (!rs.Eof()) {
                     on([&] { m.ItemSerial = Add(m.ItemSerial, Variant::Integer(1)); });
                     on([&] { items.AddItem(textOf(rs.GetValue(StockNo))); });

@@ -6,6 +6,7 @@
 #include "base/format.h"
 #include "base/kept_listings.h"
 #include "base/strings.h"
+#include "forms/binding.h"
 #include "forms/runtime.h"
 #include "records/data_control.h"
 #include "records/pane.h"
@@ -42,7 +43,8 @@ bool WebCatalogue::frameStyleBelow4() const {
 }
 
 bool WebCatalogue::writePages(Trap& on) {
-    const KeptListings run;  // each cell and detail page looks up its pictures
+    const KeptListings run;   // each cell and detail page looks up its pictures
+    const RowsAwaited moves;  // and finds its product, a move of the bound boxes' row
     for (;;) {
         writePage(on);
         switch (pageEnd(on)) {

@@ -100,3 +100,72 @@ TEST_F(BindingTest, AMoveTellsTheObserversOfEveryBoxAndRaisesChangeOnlyWhereTheT
     EXPECT_EQ(text(ProdName), "Bean");
     EXPECT_EQ(text(Cost1), "");
 }
+
+// In a long run of moves the boxes wait to be used; what anybody reads is the same.
+struct RowsAwaitedTest : BindingTest {
+    std::vector<std::string> heard;
+
+    void SetUp() override {
+        BindingTest::SetUp();
+        rs->MoveComplete = [this] { binding.Moved(); };
+        form.Observe([this](Form&, Control* c, std::string_view p) {
+            if (c) heard.push_back(c->Path() + "." + std::string(p));
+        });
+    }
+};
+
+TEST_F(RowsAwaitedTest, OutsideARunEveryMoveShowsEveryBox) {
+    rs->MoveNext();
+    EXPECT_EQ(heard.size(), 4u);
+    EXPECT_EQ(text(ProdName), "Bean");
+}
+
+TEST_F(RowsAwaitedTest, InARunABoxIsShownItsRowAtItsNextUse) {
+    const RowsAwaited run;
+    rs->MoveNext();
+    EXPECT_TRUE(heard.empty());
+    EXPECT_EQ(text(ProdName), "Bean");
+    EXPECT_EQ(heard, std::vector<std::string>{"txtFields(22).Text"});
+    EXPECT_EQ(CDbl(form("chkFields", OnSpecial).Value()), 0);
+    rs->MovePrevious();
+    rs->MoveNext();
+    rs->MovePrevious();
+    EXPECT_EQ(text(Cost1), "2.5");
+    EXPECT_EQ(text(ProdName), "Apple");
+}
+
+TEST_F(RowsAwaitedTest, TheRunsEndShowsEveryBoxStillWaiting) {
+    {
+        const RowsAwaited run;
+        rs->MoveNext();
+        EXPECT_EQ(text(ProdName), "Bean");
+        heard.clear();
+    }
+    EXPECT_EQ(heard, (std::vector<std::string>{"txtFields(2).Text", "txtFields(27).Text",
+                                               "chkFields(14).Value"}));
+    heard.clear();
+    RowsAwaited::showAll();  // nothing waits any more
+    EXPECT_TRUE(heard.empty());
+}
+
+TEST_F(RowsAwaitedTest, ABoxWhoseChangeRunsAProcedureIsShownAtTheMove) {
+    std::vector<std::string> changed;
+    form.On("txtFields", "Change",
+            [&](EventArgs& e) { changed.push_back(form("txtFields", e.Index).Text()); });
+    const RowsAwaited run;
+    rs->MoveNext();
+    EXPECT_EQ(changed, (std::vector<std::string>{"Bean", "", "B2"}));
+}
+
+TEST_F(RowsAwaitedTest, AWriteToAWaitingBoxComesAfterItsRow) {
+    const RowsAwaited run;
+    rs->MoveNext();
+    form("txtFields", Cost1).SetText("abc");  // refused by the row, kept by the box
+    EXPECT_EQ(text(Cost1), "abc");
+    EXPECT_TRUE(rs->GetValue(Cost1).IsNull());
+    form("txtFields", ProdName).SetText("Broad bean");
+    EXPECT_EQ(CStr(rs->GetValue(ProdName)), "Broad bean");
+    RowsAwaited::showAll();
+    EXPECT_EQ(text(Cost1), "abc");
+    EXPECT_EQ(text(ProdName), "Broad bean");
+}
