@@ -5,6 +5,7 @@
 #include <QColorDialog>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
@@ -135,6 +136,12 @@ TEST_F(DesignerDesktopTest, ASiteLaidOutWithTheMouseThenTheThumbnailSheet) {
     EXPECT_NE(first.find("<body bgcolor=\"#CCEEFF\">"), std::string::npos);
     EXPECT_NE(first.find("<p align='Left'>"), std::string::npos);
     EXPECT_FALSE(form().webcat->MakingAll);
+    // The bound boxes let the run's rows pass unshown; the window shows the row it ended on.
+    auto* stock = qobject_cast<QLineEdit*>(widget("txtFields", 27));
+    ASSERT_NE(stock, nullptr);
+    Recordset& rows = *form().adoPrimaryRS;
+    EXPECT_EQ(stock->text().toStdString(),
+              rows.Bof() || rows.Eof() ? "" : textOf(rows.GetValue(27)));
 
     // The thumbnails of the current records, and a picture clicked.
     ASSERT_TRUE(widget("Command4")->isVisible());
