@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
 #include <string>
 
@@ -145,11 +146,15 @@ void rewrite(const std::string& file, const std::string& line) {
     out.printLine(line);
 }
 
+// The item view written for one product after another.
+void rewriteEach(const std::string& file, std::initializer_list<const char*> views) {
+    for (const char* view : views)
+        rewrite(file, view);
+}
+
 TEST_F(KeptListingsTest, ARewriteInARunWaitsUntilTheProgramReadsTheFile) {
     const KeptListings run;
-    rewrite(path("page.htm"), "first view");
-    rewrite(path("page.htm"), "second");
-    rewrite(path("page.htm"), "third");
+    rewriteEach(path("page.htm"), {"first view", "second", "third"});
     EXPECT_EQ(onDisk(path("page.htm")), "first view\r\n");
     EXPECT_EQ(contents(path("page.htm")), "third|");
     EXPECT_EQ(onDisk(path("page.htm")), "third\r\n");
@@ -158,27 +163,23 @@ TEST_F(KeptListingsTest, ARewriteInARunWaitsUntilTheProgramReadsTheFile) {
 TEST_F(KeptListingsTest, AWaitingRewriteReachesTheDiskWhenTheRunEnds) {
     {
         const KeptListings run;
-        rewrite(path("page.htm"), "first view");
-        rewrite(path("page.htm"), "last");
+        rewriteEach(path("page.htm"), {"first view", "last"});
     }
     EXPECT_EQ(onDisk(path("page.htm")), "last\r\n");
 }
 
 TEST_F(KeptListingsTest, ALongerRewriteIsWrittenAtOnce) {
     const KeptListings run;
-    rewrite(path("page.htm"), "short");
-    rewrite(path("page.htm"), "a good deal longer");
+    rewriteEach(path("page.htm"), {"short", "a good deal longer"});
     EXPECT_EQ(onDisk(path("page.htm")), "a good deal longer\r\n");
 }
 
 TEST_F(KeptListingsTest, AWaitingRewriteReachesTheDiskWhenAnotherFileIsWrittenOrKilled) {
     const KeptListings run;
-    rewrite(path("page.htm"), "first view");
-    rewrite(path("page.htm"), "second");
+    rewriteEach(path("page.htm"), {"first view", "second"});
     rewrite(path("other.htm"), "other");
     EXPECT_EQ(onDisk(path("page.htm")), "second\r\n");
-    rewrite(path("page.htm"), "third view");
-    rewrite(path("page.htm"), "fourth");
+    rewriteEach(path("page.htm"), {"third view", "fourth"});
     Kill(path("other.htm"));
     EXPECT_EQ(onDisk(path("page.htm")), "fourth\r\n");
 }
