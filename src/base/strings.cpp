@@ -195,8 +195,12 @@ std::string Mid(std::string_view s, long start, long length) {
 }
 
 std::string Left(std::string_view s, long n) {
+    return std::string(LeftView(s, n));
+}
+
+std::string_view LeftView(std::string_view s, long n) {
     checkLength(n);
-    return std::string(s.substr(0, offsetOf(s, n)));
+    return s.substr(0, offsetOf(s, n));
 }
 
 std::string Right(std::string_view s, long n) {

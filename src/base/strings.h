@@ -25,6 +25,8 @@ long InStrRev(std::string_view haystack, std::string_view needle, long start = -
 std::string Mid(std::string_view s, long start);
 std::string Mid(std::string_view s, long start, long length);
 std::string Left(std::string_view s, long n);
+// Left without a copy: the first n characters as a view of the text.
+std::string_view LeftView(std::string_view s, long n);
 std::string Right(std::string_view s, long n);
 
 std::string UCase(std::string_view s);  // A-Z only

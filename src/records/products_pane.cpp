@@ -23,23 +23,14 @@ const char* const CommandLinks[] = {
     "ABOUT:BLANKTEXTEDIT",      "ABOUT:BLANKFOLDER",    "ABOUT:BLANKCONTINUE"};
 
 // A text without its last four characters; a text of four or fewer leaves nothing.
-std::string withoutLastFour(const std::string& text) {
-    return Left(text, std::max(0L, Len(text) - 4));
+std::string_view withoutLastFour(std::string_view text) {
+    return LeftView(text, std::max(0L, Len(text) - 4));
 }
 
-bool isAscii(std::string_view text) {
-    for (char c : text)
-        if (static_cast<unsigned char>(c) >= 0x80) return false;
-    return true;
-}
-
-// Whether two texts are the same but for their last four characters. An address and a
-// picture's path are nearly always plain ASCII, where a character is a byte, and the item
-// view's address is tested at every product shown.
-bool sameButLastFour(const std::string& a, const std::string& b) {
-    if (!isAscii(a) || !isAscii(b)) return withoutLastFour(a) == withoutLastFour(b);
-    auto cut = [](std::string_view s) { return s.substr(0, s.size() > 4 ? s.size() - 4 : 0); };
-    return cut(a) == cut(b);
+// Whether two texts are the same but for their last four characters: the item view's
+// address is tested at every product shown, so neither is copied.
+bool sameButLastFour(std::string_view a, std::string_view b) {
+    return withoutLastFour(a) == withoutLastFour(b);
 }
 
 // The text that follows a word found in the upper-case address, taken from the address as

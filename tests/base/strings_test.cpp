@@ -192,6 +192,14 @@ TEST(TextPieces, LeftAndRight) {
     EXPECT_EQ(Right("hello", 0), "");
 }
 
+TEST(TextPieces, LeftViewIsLeftWithoutACopy) {
+    const std::string text = "caf\xc3\xa9 au lait";
+    EXPECT_EQ(LeftView(text, 4), "caf\xc3\xa9");
+    EXPECT_EQ(LeftView(text, 4).data(), text.data());
+    EXPECT_EQ(LeftView(text, 50), text);
+    EXPECT_THROW(LeftView(text, -1), VbError);
+}
+
 TEST(TextPieces, LeftAndRightCountCharacters) {
     EXPECT_EQ(Left(kCafe, 4), "caf\xC3\xA9");
     EXPECT_EQ(Right(kCafe, 2),
