@@ -374,15 +374,20 @@ class Session final : public ScriptedUi::Host {
             folder_ = folder.string() + "/";
             const std::string skip = UCase(options_.catalogueName);
             if (!options_.programDir.empty() && fs::is_directory(options_.programDir)) {
+                // Other tests run the program in this folder meanwhile: the catalogue's
+                // journal files come and go, and a file gone before its copy is passed over.
                 for (const auto& entry : fs::recursive_directory_iterator(options_.programDir)) {
-                    fs::path rel = fs::relative(entry.path(), options_.programDir);
+                    const fs::path rel = entry.path().lexically_relative(options_.programDir);
                     if (UCase(rel.string()).rfind(skip, 0) == 0) continue;
-                    if (entry.is_directory()) {
+                    std::error_code gone;
+                    if (entry.is_directory(gone)) {
                         fs::create_directories(folder / rel);
-                    } else if (entry.is_regular_file() && !isExecutable(entry.path())) {
+                    } else if (entry.is_regular_file(gone) && !isExecutable(entry.path())) {
                         fs::create_directories((folder / rel).parent_path());
-                        fs::copy_file(entry.path(), folder / rel,
-                                      fs::copy_options::overwrite_existing);
+                        if (!fs::copy_file(entry.path(), folder / rel,
+                                           fs::copy_options::overwrite_existing, gone) &&
+                            fs::exists(entry.path()))
+                            throw fs::filesystem_error("cannot copy", entry.path(), gone);
                     }
                 }
             }
