@@ -794,9 +794,10 @@ QSize FormWindow::designedSize() const {
 
 void FormWindow::followWindow() {
     if (!window_->isVisible() || !designedWindow_.isValid()) return;
-    // What the window takes beside the controls' area (its menu bar) keeps its size.
-    const QSize chrome = window_->size() - canvas_->size();
-    if (!sizer_.follow(designedWindow_ - chrome, canvas_->size())) return;
+    // What the window takes beside the controls' area (its menu bar) is measured while the
+    // bar has its own size: a bar grown with the window would otherwise grow the ratio too.
+    if (menuScale_ == 1.0) plainChrome_ = window_->size() - canvas_->size();
+    if (!sizer_.follow(designedWindow_ - plainChrome_, canvas_->size())) return;
     ++applying_;
     for (const auto& c : form_.Controls()) {
         QWidget* w = widgetFor(*c);
@@ -807,7 +808,28 @@ void FormWindow::followWindow() {
         if (auto* table = qobject_cast<QTableView*>(w)) sizeGrid(*table);
         if (auto* view = qobject_cast<QWebEngineView*>(w)) view->setZoomFactor(sizer_.fontScale());
     }
+    scaleMenus();
     --applying_;
+}
+
+void FormWindow::scaleMenus() {
+    // The bar's height comes off the controls' area: a bar that followed every small change
+    // of the ratio would change the ratio again, so it moves only by a twentieth or more,
+    // and never below its own size.
+    const double scale = sizer_.fontScale();
+    if (std::abs(scale - menuScale_) < 0.05 || std::max(1.0, scale) == menuScale_) return;
+    menuScale_ = std::max(1.0, scale);
+    auto* main = qobject_cast<QMainWindow*>(window_.data());
+    if (!main) return;
+    auto grow = [this](QWidget& w) {
+        QFont font = w.font();
+        font.setPointSizeF(QApplication::font(&w).pointSizeF() * menuScale_);
+        w.setFont(font);
+    };
+    grow(*main->menuBar());
+    // A drop-down menu is a window of its own, which takes no font from the bar.
+    for (const auto& [control, menu] : menus_)
+        if (menu) grow(*menu);
 }
 
 void FormWindow::sizeGrid(QTableView& table) const {

@@ -69,6 +69,8 @@ class FormWindow : public QObject {
     QSize designedSize() const;
     // The controls follow the window's size (freeSizer1).
     void followWindow();
+    // The menu bar and its menus at the fonts' ratio, in steps.
+    void scaleMenus();
     void sizeGrid(QTableView& table) const;
     void scheduleSync();
     void syncGrids();
@@ -90,6 +92,9 @@ class FormWindow : public QObject {
     QWidget* canvas_ = nullptr;
     FreeSizer sizer_;
     QSize designedWindow_;
+    // What the window takes beside the controls while its menu bar has its own size.
+    QSize plainChrome_;
+    double menuScale_ = 1.0;
     std::map<const Control*, QPointer<QWidget>> widgets_;
     std::map<const QObject*, Control*> controlOf_;
     std::map<const QObject*, Control*> surfaceOf_;

@@ -3,6 +3,9 @@
 // grid worked with the keys.
 #include <QCheckBox>
 #include <QFont>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTableView>
@@ -71,6 +74,10 @@ TEST_F(WindowTest, AMaximisedMainFormGrowsItsPaneAndBoxesInProportion) {
     const QSize designed = canvas()->size();
     const QRect paneBefore = pane->geometry(), nameBefore = name->geometry();
     const double pointsBefore = name->font().pointSizeF();
+    QMenuBar* bar = static_cast<QMainWindow*>(main())->menuBar();
+    QMenu* fileMenu = bar->findChild<QMenu*>();
+    ASSERT_TRUE(fileMenu);
+    const double barPoints = bar->font().pointSizeF(), menuPoints = fileMenu->font().pointSizeF();
 
     const double left = form().Num("Left"), top = form().Num("Top");
     main()->showMaximized();
@@ -90,6 +97,10 @@ TEST_F(WindowTest, AMaximisedMainFormGrowsItsPaneAndBoxesInProportion) {
     EXPECT_TRUE(grewBy(down, nameBefore.top(), name->y()));
     EXPECT_NEAR(name->font().pointSizeF(), pointsBefore * std::min(across, down), 0.01);
     EXPECT_NEAR(qobject_cast<QWebEngineView*>(pane)->zoomFactor(), std::min(across, down), 0.01);
+    // The menus grow too, within a twentieth of the ratio.
+    EXPECT_NEAR(bar->font().pointSizeF(), barPoints * std::min(across, down), barPoints * 0.05);
+    EXPECT_NEAR(fileMenu->font().pointSizeF(), menuPoints * std::min(across, down),
+                menuPoints * 0.05);
     // The form's own code still works in the sizes it was designed with.
     EXPECT_EQ(form().Num("Width"), 9480);
     // A click on a scaled box reaches the form at the twips of its design.
@@ -102,6 +113,8 @@ TEST_F(WindowTest, AMaximisedMainFormGrowsItsPaneAndBoxesInProportion) {
         << designed.width() << " x " << designed.height();
     EXPECT_EQ(form().WindowState(), 0);
     EXPECT_EQ(name->geometry(), nameBefore);
+    EXPECT_EQ(bar->font().pointSizeF(), barPoints);
+    EXPECT_EQ(fileMenu->font().pointSizeF(), menuPoints);
 }
 
 TEST_F(WindowTest, AWindowSizedByHandTakesTheFormsSizeAgainWhenTheFormIsActivated) {
